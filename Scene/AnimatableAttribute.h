@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <Scene/AdjustableAttribute.h>
+
+/// One SMIL animation of one attribute of one element.
+///
+/// Knows when the animation is in effect, how a time maps onto its key values, and how to write
+/// the value for a time into the element. The value kinds derive from it: they parse the key
+/// values and yield the text for a time. All times are milliseconds of document time.
+///
+/// Objects are created with new of a value kind and held by a boost::shared_ptr that was made from
+/// the value kind; the class has no virtual destructor. After setParams() they never change and
+/// can be asked for any time, in any order.
+///
+/// Repetition beyond the first simple duration shows only through a frozen end: an animation is
+/// running for one simple duration, whatever its repeat count is.
+class TITLESCENE_EXPORT AnimatableAttribute : public AdjustableAttribute
+{
+public:
+    /// How a time between two key values is used.
+    enum CalcModes {
+        Discrete = 0, ///< jump to the next key value, half-way between the two key times
+        Linear = 1    ///< interpolate between the two
+    };
+
+    AnimatableAttribute(const QDomNode &element, const QDomNode &root, QString attributeName);
+    AnimatableAttribute(const QDomNode &element, const SvgElement &place, QString attributeName);
+
+    /// The attribute's text at \a time.
+    virtual QString valueForTime(int time) const = 0;
+
+    /// Sets the timing, unchecked. \a begin and \a end are ms; \a end is one simple duration after
+    /// \a begin. A negative \a repeatCount means indefinite. \a freeze holds the value of the end
+    /// after the end.
+    void setParams(int begin, int end, int repeatCount, bool freeze, CalcModes calcMode);
+
+    /// True while the animation runs: begin <= \a time < end.
+    bool isApplicable(int time) const;
+
+    /// True when the animation has ended at \a time and holds its last value.
+    bool isApplicableFrozen(int time) const;
+
+    /// The end of the first simple duration, ms.
+    int endTime() const;
+
+    /// The key values on both sides of \a time and the weight (0 to 1) of the second. Both indices
+    /// are always those of key values (0 when there are none), also for times at which the
+    /// animation does not apply; an animation without a positive duration is at its last key
+    /// value.
+    void calculateValues(int time, int &index, int &nextIndex, double &fraction) const;
+
+    /// Writes the value for \a time into the element below \a root.
+    void apply(const QDomNode &root, int time) const;
+
+protected:
+    ~AnimatableAttribute() = default;
+
+    /// To be called by the constructor of a value kind that has parsed its key values.
+    void setValueCount(int count);
+
+    /// How far \a time is in its cycle, 0 to 1.
+    double progress(int time) const;
+
+private:
+    bool m_freeze = true;
+    int m_repeatCount = 1;
+    int m_begin = 0;
+    int m_end = 0;
+    CalcModes m_calcMode = Linear;
+    int m_valueCount = 0;
+};

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "AnimatableAttributeFloat.h"
+
+#include "KeyValues_p.h"
+
+#include <utility>
+
+AnimatableAttributeFloat::AnimatableAttributeFloat(const QDomNode &element, const QDomNode &root,
+                                                   QString attributeName, QStringList values)
+    : AnimatableAttributeFloat(element, SvgElement(element, root), std::move(attributeName),
+                               std::move(values))
+{
+}
+
+AnimatableAttributeFloat::AnimatableAttributeFloat(const QDomNode &element, const SvgElement &place,
+                                                   QString attributeName, QStringList values)
+    : AnimatableAttribute(element, place, std::move(attributeName))
+{
+    for (const QString &value : qAsConst(values))
+        m_values.append(value.trimmed().toDouble());
+    setValueCount(m_values.size());
+}
+
+QString AnimatableAttributeFloat::valueForTime(int time) const
+{
+    if (m_values.isEmpty())
+        return QString();
+    int index = 0;
+    int nextIndex = 0;
+    double fraction = 0.0;
+    calculateValues(time, index, nextIndex, fraction);
+    return interpolatedNumber(m_values.at(index), m_values.at(nextIndex), fraction);
+}

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "SvgDocument.h"
+
+#include "AdjustableAttribute.h"
+#include "TreeWalk_p.h"
+
+#include <algorithm>
+#include <array>
+
+// The attributes whose template values a user may replace.
+
+namespace {
+
+bool isAnimation(const QDomElement &element)
+{
+    static const std::array<QLatin1String, 4> animations{
+            QLatin1String("animate"), QLatin1String("animateMotion"), QLatin1String("animateColor"),
+            QLatin1String("animateTransform")};
+    return std::find(animations.begin(), animations.end(), element.tagName()) != animations.end();
+}
+
+/// False for the values of "fill" and "stroke" that are no colour of the element's own.
+bool isOwnColor(const QString &value)
+{
+    return value != QLatin1String("none") && value != QLatin1String("currentColor")
+            && value != QLatin1String("inherit") && !value.startsWith(QLatin1String("url"));
+}
+
+bool isAdjustable(const QDomElement &element, const QString &name)
+{
+    if (!element.hasAttribute(name))
+        return false;
+    const bool isFill = name == QLatin1String("fill");
+    if (isFill && isAnimation(element))
+        return false;
+    const bool isColor = isFill || name == QLatin1String("stroke");
+    return !isColor || isOwnColor(element.attribute(name));
+}
+
+/// Finds the places of nodes. Nodes asked for in document order are found in one walk; any other
+/// one costs a walk of its own.
+class PlaceFinder
+{
+public:
+    explicit PlaceFinder(const QDomNode &root) : m_root(root), m_walk(root) {}
+
+    SvgElement place(const QDomNode &node)
+    {
+        while (!m_walk.atEnd() && m_walk.node() != node)
+            m_walk.next();
+        return m_walk.atEnd() ? SvgElement(node, m_root) : m_walk.element();
+    }
+
+private:
+    QDomNode m_root;
+    TreeWalk m_walk;
+};
+
+} // namespace
+
+void SvgDocument::prepareAdjustedAttibutes(const QStringList &names)
+{
+    parseTree();
+    placesChanged();
+    m_adjustableAttributes.clear();
+    std::vector<QDomNode> nodes;
+    getAllNodes(m_dom.documentElement(), nodes);
+    for (const QString &name : names)
+        detectAdjustableAttibute(name, nodes);
+}
+
+void SvgDocument::detectAdjustableAttibute(const QString &name, const std::vector<QDomNode> &nodes)
+{
+    AdjustableAttributes attributes;
+    PlaceFinder finder(m_dom.documentElement());
+    for (const QDomNode &node : nodes) {
+        if (isAdjustable(node.toElement(), name))
+            attributes.push_back(boost::shared_ptr<AdjustableAttribute>(
+                    new AdjustableAttribute(node, finder.place(node), name)));
+    }
+    m_adjustableAttributes.insert(std::make_pair(name, attributes));
+    placesChanged();
+}
+
+void SvgDocument::adjustAttribute(const QString &name, const QString &value)
+{
+    const auto entry = m_adjustableAttributes.find(name);
+    if (entry == m_adjustableAttributes.end() || entry->second.empty())
+        return;
+    const QDomElement root = m_dom.documentElement();
+    for (const auto &attribute : entry->second)
+        write(*attribute, value, root);
+    writeTree(QDomNode::EncodingFromDocument);
+}

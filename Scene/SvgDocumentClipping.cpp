@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "SvgDocument.h"
+
+#include <QDomNamedNodeMap>
+
+#include <algorithm>
+#include <array>
+
+// The companion document that draws the shapes of all clip paths.
+
+namespace {
+
+bool isKeptOnRoot(const QString &attributeName)
+{
+    static const std::array<QLatin1String, 7> kept{
+            QLatin1String("xmlns:svg"), QLatin1String("xmlns"), QLatin1String("xmlns:xlink"),
+            QLatin1String("version"),   QLatin1String("width"), QLatin1String("height"),
+            QLatin1String("viewBox")};
+    return std::find(kept.begin(), kept.end(), attributeName) != kept.end();
+}
+
+/// Removes while counting on, so that the attribute that moves up into a removed one's place stays.
+void removeForeignAttributes(QDomElement root)
+{
+    const QDomNamedNodeMap attributes = root.attributes();
+    const int count = attributes.length();
+    for (int i = 0; i < count; ++i) {
+        const QString name = attributes.item(i).nodeName();
+        if (!name.isEmpty() && !isKeptOnRoot(name))
+            root.removeAttribute(name);
+    }
+}
+
+void appendCopiesOfChildren(const QDomNode &source, QDomNode &target)
+{
+    for (QDomNode child = source.firstChild(); !child.isNull(); child = child.nextSibling())
+        target.appendChild(child.cloneNode(true));
+}
+
+} // namespace
+
+SvgDocument *SvgDocument::makeClippingDocument()
+{
+    if (!m_hasClipping)
+        return nullptr;
+    QDomDocument clipping(m_dom.doctype());
+    QDomNode root = clipping.appendChild(m_dom.documentElement().cloneNode(false));
+    removeForeignAttributes(root.toElement());
+
+    std::vector<QDomNode> nodes;
+    getAllNodes(m_dom.documentElement(), nodes);
+    for (const QDomNode &node : nodes) {
+        if (node.nodeName() == QLatin1String("clipPath"))
+            appendCopiesOfChildren(node, root);
+    }
+    return new SvgDocument(clipping.toString(1));
+}

@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "SvgDocument.h"
+
+#include "AnimatableAttributeColor.h"
+#include "AnimatableAttributeFloat.h"
+#include "AnimatableAttributeFloatList.h"
+#include "AnimatableAttributeText.h"
+#include "TimeValue_p.h"
+#include "TreeWalk_p.h"
+
+#include <QColor>
+
+#include <algorithm>
+#include <limits>
+
+// What a title does when: begins that depend on other animations, the animations of attributes,
+// and the closing part.
+
+namespace {
+
+constexpr int unresolved = -1;
+
+QString trimmedAttribute(const QDomElement &element, const QString &name)
+{
+    return element.attribute(name).trimmed();
+}
+
+/// The timing of one animation element.
+struct NodeTimeParams
+{
+    QString refId;          ///< the animation that the begin refers to; empty for a plain begin
+    bool fromBegin = false; ///< from that animation's begin, else from its end
+    int offset = 0;         ///< ms after it
+    int begin = unresolved; ///< ms
+    int end = unresolved;   ///< ms, one simple duration after the begin
+};
+
+int signedOffset(const QString &begin)
+{
+    const int plus = begin.indexOf(QLatin1Char('+'));
+    if (plus >= 0)
+        return timeFromText(begin.mid(plus + 1));
+    const int minus = begin.indexOf(QLatin1Char('-'));
+    if (minus >= 0)
+        return saturatedDifference(0, timeFromText(begin.mid(minus + 1)));
+    return 0;
+}
+
+NodeTimeParams classified(const QDomElement &element)
+{
+    NodeTimeParams params;
+    const QString begin = trimmedAttribute(element, QStringLiteral("begin"));
+    const int fromBegin = begin.indexOf(QLatin1String(".begin"));
+    params.fromBegin = fromBegin >= 0;
+    const int reference = params.fromBegin ? fromBegin : begin.indexOf(QLatin1String(".end"));
+    params.refId = begin.left(std::max(reference, 0));
+    if (params.refId.isEmpty()) {
+        params.begin = timeFromText(begin);
+        params.end = saturatedSum(params.begin,
+                                  timeFromText(trimmedAttribute(element, QStringLiteral("dur"))));
+    } else {
+        params.offset = signedOffset(begin);
+    }
+    return params;
+}
+
+/// The renderer adds begin and duration of what it plays itself without care for int's limits.
+int beginWithRoomForDuration(const QDomElement &element, int begin)
+{
+    if (element.tagName() == QLatin1String("animate"))
+        return begin;
+    const int duration = timeFromText(trimmedAttribute(element, QStringLiteral("dur")));
+    if (duration >= 0)
+        return std::min(begin, std::numeric_limits<int>::max() - duration);
+    return std::max(begin, std::numeric_limits<int>::min() - duration);
+}
+
+/// Resolves the begins that refer to other animations.
+class ConditionalTiming
+{
+public:
+    explicit ConditionalTiming(const QDomNode &root)
+    {
+        for (const char *kind : {"animate", "animateColor", "animateTransform"})
+            collect(root, QLatin1String(kind));
+        m_isInChain.resize(m_elements.size(), false);
+    }
+
+    /// Rewrites the begins; false when there was nothing to rewrite.
+    bool resolve()
+    {
+        for (const std::size_t number : m_pending)
+            resolve(number);
+        return !m_pending.empty();
+    }
+
+private:
+    static constexpr std::size_t unknown = std::numeric_limits<std::size_t>::max();
+
+    /// An element that waits for the begin of the one that it refers to.
+    struct Link
+    {
+        std::size_t element;
+        NodeTimeParams params;
+        std::size_t reference;
+    };
+
+    void collect(const QDomNode &root, QLatin1String kind)
+    {
+        for (TreeWalk walk(root); !walk.atEnd(); walk.next()) {
+            const QDomElement element = walk.node().toElement();
+            if (element.tagName() != kind)
+                continue;
+            if (classified(element).begin == unresolved)
+                m_pending.push_back(m_elements.size());
+            const QString id = element.attribute(QStringLiteral("id"));
+            if (!id.isEmpty())
+                m_numbers.emplace(id, m_elements.size());
+            m_elements.push_back(element);
+        }
+    }
+
+    /// Follows the references from an element to a plain begin, then works back along the chain.
+    void resolve(std::size_t number)
+    {
+        std::vector<Link> chain;
+        while (number != unknown) {
+            const NodeTimeParams params = classified(m_elements[number]);
+            if (params.begin != unresolved)
+                break;
+            m_isInChain[number] = true;
+            const std::size_t reference = referenced(params.refId);
+            chain.push_back({number, params, reference});
+            number = reference;
+        }
+        for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
+            writeBegin(*link);
+            m_isInChain[link->element] = false;
+        }
+    }
+
+    /// A reference back into the chain is as good as one to an unknown id.
+    std::size_t referenced(const QString &id) const
+    {
+        const auto found = m_numbers.find(id);
+        return found == m_numbers.end() || m_isInChain[found->second] ? unknown : found->second;
+    }
+
+    void writeBegin(const Link &link)
+    {
+        int origin = 0;
+        if (link.reference != unknown) {
+            const NodeTimeParams reference = classified(m_elements[link.reference]);
+            origin = link.params.fromBegin ? reference.begin : reference.end;
+        }
+        QDomElement element = m_elements[link.element];
+        const int begin =
+                beginWithRoomForDuration(element, saturatedSum(link.params.offset, origin));
+        element.setAttribute(QStringLiteral("begin"),
+                             QString::number(begin) + QStringLiteral("ms"));
+    }
+
+    std::vector<QDomElement> m_elements;
+    std::vector<bool> m_isInChain;
+    std::vector<std::size_t> m_pending;
+    std::map<QString, std::size_t> m_numbers; // of the first element with an id
+};
+
+bool isLetter(QChar c)
+{
+    if (c.unicode() < 0x80)
+        return (c >= QLatin1Char('a') && c <= QLatin1Char('z'))
+                || (c >= QLatin1Char('A') && c <= QLatin1Char('Z'));
+    return c.isLetter();
+}
+
+bool isNumber(const QString &text)
+{
+    bool ok = false;
+    text.toDouble(&ok);
+    return ok;
+}
+
+/// What an "animate" element says, as text.
+struct AnimateTexts
+{
+    explicit AnimateTexts(const QDomElement &element)
+        : attributeName(element.attribute(QStringLiteral("attributeName"))),
+          to(element.attribute(QStringLiteral("to"))),
+          from(element.attribute(QStringLiteral("from"))),
+          values(element.attribute(QStringLiteral("values"))),
+          dur(element.attribute(QStringLiteral("dur"))),
+          begin(element.attribute(QStringLiteral("begin"))),
+          fill(element.attribute(QStringLiteral("fill"))),
+          calcMode(element.attribute(QStringLiteral("calcMode"))),
+          repeatCount(element.attribute(QStringLiteral("repeatCount")))
+    {
+    }
+
+    QStringList keyValues() const
+    {
+        return values.isEmpty() ? QStringList{from, to} : values.split(QLatin1Char(';'));
+    }
+
+    /// The key value that tells the kind of all.
+    QString sample() const
+    {
+        if (!values.isEmpty())
+            return values.section(QLatin1Char(';'), 0, 0).trimmed();
+        return (from.isEmpty() ? to : from).trimmed();
+    }
+
+    int repetitions() const
+    {
+        bool ok = false;
+        const int count = repeatCount.toInt(&ok);
+        if (ok)
+            return count;
+        return repeatCount.isEmpty() ? 1 : -1;
+    }
+
+    QString attributeName;
+    QString to;
+    QString from;
+    QString values;
+    QString dur;
+    QString begin;
+    QString fill;
+    QString calcMode;
+    QString repeatCount;
+};
+
+template <typename Kind>
+boost::shared_ptr<AnimatableAttribute> made(const QDomNode &target, const SvgElement &place,
+                                            const AnimateTexts &texts)
+{
+    return boost::shared_ptr<AnimatableAttribute>(
+            new Kind(target, place, texts.attributeName, texts.keyValues()));
+}
+
+boost::shared_ptr<AnimatableAttribute>
+madeOfFittingKind(const QDomNode &target, const SvgElement &place, const AnimateTexts &texts)
+{
+    const QString sample = texts.sample();
+    if (QColor::isValidColor(sample))
+        return made<AnimatableAttributeColor>(target, place, texts);
+    if (isNumber(sample))
+        return made<AnimatableAttributeFloat>(target, place, texts);
+    if (std::all_of(sample.begin(), sample.end(), isLetter))
+        return made<AnimatableAttributeText>(target, place, texts);
+    return made<AnimatableAttributeFloatList>(target, place, texts);
+}
+
+/// The begin of the first animation of a kind that is marked as the start of the closing part and
+/// begins after 0; 0 when there is none.
+int conclusionBegin(const QDomNode &root, QLatin1String kind)
+{
+    for (TreeWalk walk(root); !walk.atEnd(); walk.next()) {
+        const QDomElement element = walk.node().toElement();
+        if (element.tagName() != kind
+            || element.attribute(QStringLiteral("id")) != QLatin1String("CONCLUSION"))
+            continue;
+        const int begin = timeFromText(element.attribute(QStringLiteral("begin")));
+        if (begin > 0)
+            return begin;
+    }
+    return 0;
+}
+
+} // namespace
+
+int SvgDocument::stringToTime(const QString &text) const
+{
+    return timeFromText(text);
+}
+
+void SvgDocument::getBeginEndParams(QString begin, QString dur, int &beginMs, int &endMs) const
+{
+    beginMs = timeFromText(begin);
+    endMs = saturatedSum(timeFromText(dur), beginMs);
+}
+
+void SvgDocument::fixConditionalTiming()
+{
+    parseTree();
+    ConditionalTiming timing(m_dom.documentElement());
+    if (timing.resolve())
+        saveToBuffer();
+}
+
+void SvgDocument::detectAnimatableAttibutes(int &totalDuration)
+{
+    totalDuration = 0;
+    parseTree();
+    for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
+        const QDomElement element = walk.node().toElement();
+        if (element.tagName() != QLatin1String("animate")
+            || !element.hasAttribute(QStringLiteral("attributeName")) || walk.depth() == 0)
+            continue;
+        const AnimateTexts texts(element);
+        int begin = 0;
+        int end = 0;
+        getBeginEndParams(texts.begin, texts.dur, begin, end);
+        const auto animation = madeOfFittingKind(element.parentNode(), walk.parentElement(), texts);
+        animation->setParams(begin, end, texts.repetitions(), texts.fill == QLatin1String("freeze"),
+                             texts.calcMode == QLatin1String("discrete")
+                                     ? AnimatableAttribute::Discrete
+                                     : AnimatableAttribute::Linear);
+        totalDuration = std::max(totalDuration, end);
+        m_animationsById[animation->id()].push_back(m_animatableAttributes.size());
+        m_animatableAttributes.push_back(animation);
+    }
+    placesChanged();
+}
+
+void SvgDocument::detectConclusionTime()
+{
+    parseTree();
+    m_conclusionDuration = 0;
+    for (const char *kind : {"animate", "animateMotion", "animateColor", "animateTransform"}) {
+        const int begin = conclusionBegin(m_dom.documentElement(), QLatin1String(kind));
+        if (begin > 0)
+            m_conclusionDuration = saturatedDifference(m_durationTotal, begin);
+        if (m_conclusionDuration != 0)
+            return;
+    }
+}
