@@ -3,6 +3,8 @@
 
 #include "SceneHelper.h"
 
+#include "NamedSlots_p.h"
+
 #include <QGraphicsObject>
 #include <QGraphicsScene>
 #include <QSet>
@@ -10,11 +12,6 @@
 #include <algorithm>
 
 namespace {
-
-bool hasSlot(const QObject *object, const char *signature)
-{
-    return object->metaObject()->indexOfSlot(signature) >= 0;
-}
 
 QSet<QGraphicsItem *> itemsOn(const QGraphicsScene &scene)
 {
@@ -24,8 +21,7 @@ QSet<QGraphicsItem *> itemsOn(const QGraphicsScene &scene)
 
 } // namespace
 
-SceneHelper::SceneHelper(QGraphicsScene *scene, QObject *parent)
-    : QObject(parent), m_scene(scene)
+SceneHelper::SceneHelper(QGraphicsScene *scene, QObject *parent) : QObject(parent), m_scene(scene)
 {
     qRegisterMetaType<SceneHelper::Time>("SceneHelper::Time");
     qRegisterMetaType<QGraphicsItem *>();
@@ -64,7 +60,7 @@ QPixmap SceneHelper::sceneBackground() const
 void SceneHelper::setItemViewScale(QGraphicsItem *item, double scale)
 {
     QGraphicsObject *object = item ? item->toGraphicsObject() : nullptr;
-    if (object && hasSlot(object, "setViewScale(qreal)"))
+    if (hasSlot(object, "setViewScale(qreal)"))
         QMetaObject::invokeMethod(object, "setViewScale", Qt::AutoConnection, Q_ARG(qreal, scale));
 }
 

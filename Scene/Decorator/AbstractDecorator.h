@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <Scene/TitleSceneExport.h>
+
+#include <QGraphicsObject>
+#include <QPen>
+#include <QPointer>
+
+/// The base of the frames with which a user edits an item on a scene.
+///
+/// A decorator becomes the parent item of the item that it decorates, its child, and takes over the
+/// child's position, transform and rotation: moving the decorator moves the child. The child is
+/// deleted with the decorator. When the child is deleted first, an empty frame remains.
+///
+/// Any QGraphicsObject can be decorated. The decorator tells it what the user wants by calling
+/// these slots by name, as far as the child has them: setEditable(bool,QPointF), setSize(QSizeF),
+/// setViewScale(qreal), setHighlight(bool). It follows the child's standard change signals and,
+/// where the child has them, geometryChanged() and decorationChanged().
+///
+/// The child's scale is not taken over, and its rotation and scale are part of its transform as
+/// well: fold both into the transform of a rotated or scaled child before decorating it, or they
+/// count twice.
+///
+/// A subclass ends its constructor with updateDecoration(), adjustToChild(),
+/// setUpChildConnections() and updateDecoration(), in this order.
+class TITLESCENE_EXPORT AbstractDecorator : public QGraphicsObject
+{
+    Q_OBJECT
+
+public:
+    explicit AbstractDecorator(QGraphicsObject *child, QGraphicsItem *parent = nullptr);
+    ~AbstractDecorator() override;
+
+    /// The decorated item; null once it is deleted.
+    QGraphicsObject *child() const;
+
+    /// The scale of handle items that keeps their size on the screen.
+    qreal viewScale() const;
+
+    /// An object of the application's whose dynamic properties hold the pens of the frame:
+    /// "decoratorPen" and "strokePen", "decoratorSelectedPen" and "strokeSelectedPen" while
+    /// highlighted. Not owned; null once it is deleted. Setting it repaints the frame.
+    QObject *stylingObject() const;
+    void setStylingObject(QObject *object);
+
+    QRectF boundingRect() const override;
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
+               QWidget *widget = nullptr) override;
+
+Q_SIGNALS:
+    /// The user has moved the frame, once for each drag.
+    void itemMoved();
+    /// Position, rotation, scale or transform have changed, by whomever.
+    void geometryChanged();
+    /// The handles have been placed anew.
+    void decorationChanged();
+
+public Q_SLOTS:
+    /// Begins or ends the child's edit mode; \a pos is in the decorator's coordinates.
+    virtual void setEditable(bool editable, const QPointF &pos);
+
+    /// Sizes the child; \a size is in the decorator's units.
+    virtual void setSize(const QSizeF &size);
+
+    /// Sets how many scene units a pixel of the view covers, so that handles keep their size on
+    /// the screen. To be called again after a zoom and after the decorator was scaled.
+    virtual void setViewScale(qreal scale);
+
+    void setHighlight(bool highlight);
+
+    /// Places the handles around the child and emits decorationChanged().
+    virtual void updateDecoration() = 0;
+
+protected:
+    /// Takes over the child's placement; the child is at the decorator's origin afterwards.
+    void adjustToChild();
+    void setUpChildConnections();
+
+    bool isHighlighted() const;
+
+    /// The child's bounding rectangle in the decorator's coordinates; empty without a child.
+    QRectF childRect() const;
+
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
+
+private:
+    QPointer<QGraphicsObject> m_child;
+    qreal m_viewScale = 1.0;
+    bool m_moved = false;
+    QPointer<QObject> m_stylingObject;
+    bool m_highlighted = false;
+};

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <Scene/TitleSceneExport.h>
+
+#include <QGraphicsObject>
+#include <QPointer>
+
+/// Highlights a decorated item while the item that it watches has the keyboard focus.
+///
+/// Install it as a scene event filter (QGraphicsItem::installSceneEventFilter()) on the item whose
+/// focus it is to follow; both have to be in the same scene. It calls the slot setHighlight(bool),
+/// if there is one, of the target's top-level item, normally a decorator. It draws nothing and lets
+/// every event pass.
+class TITLESCENE_EXPORT FocusHandler : public QGraphicsObject
+{
+    Q_OBJECT
+
+public:
+    /// Becomes a child item of \a target, and does nothing when that is null.
+    explicit FocusHandler(QGraphicsObject *target);
+    ~FocusHandler() override;
+
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
+               QWidget *widget = nullptr) override;
+    QRectF boundingRect() const override;
+
+protected:
+    bool sceneEventFilter(QGraphicsItem *watched, QEvent *event) override;
+
+private:
+    QPointer<QGraphicsObject> m_target;
+};

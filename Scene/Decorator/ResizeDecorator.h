@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <Scene/Decorator/AbstractDecorator.h>
+
+#include <QMetaType>
+#include <QSet>
+
+#include <map>
+
+Q_DECLARE_METATYPE(QSet<Qt::WindowFrameSection>)
+
+class ResizeHandleItem;
+
+/// A frame with eight handles that a user drags to size the decorated item.
+///
+/// The edges that are not dragged stay where they are on the screen, as long as the decorator is
+/// neither rotated nor scaled. There is no smallest size: a handle dragged across the opposite edge
+/// gives the child a negative one.
+class TITLESCENE_EXPORT ResizeDecorator : public AbstractDecorator
+{
+    Q_OBJECT
+
+public:
+    /// With \a keepAspectRatio every drag keeps the ratio of width to height; at a corner the
+    /// height follows the width.
+    explicit ResizeDecorator(QGraphicsObject *child, QGraphicsItem *parent = nullptr,
+                             bool keepAspectRatio = false);
+    ~ResizeDecorator() override;
+
+    /// The handles that are shown and can be dragged; at first all eight.
+    QSet<Qt::WindowFrameSection> availableHandles() const;
+
+    /// The outer pen of the frame, as the styling object gives it; a default pen without one.
+    QPen currentPen() const;
+
+    /// Gives the handles the pens of the styling object, if there is one.
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
+               QWidget *widget = nullptr) override;
+    void updateDecoration() override;
+
+Q_SIGNALS:
+    /// The user has dragged a handle and the frame has changed, once for each drag.
+    void itemResized();
+
+public Q_SLOTS:
+    void setAvailableHandles(QSet<Qt::WindowFrameSection> handles);
+
+protected:
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+
+private:
+    void createHandle(Qt::WindowFrameSection section);
+    void attach(QGraphicsItem *handle);
+    void detach(QGraphicsItem *handle);
+
+    // Owned, those out of the scene as well.
+    std::map<Qt::WindowFrameSection, ResizeHandleItem *> m_handles;
+    Qt::WindowFrameSection m_activeSection = Qt::NoSection;
+    QSet<Qt::WindowFrameSection> m_availableHandles;
+    bool m_keepAspectRatio;
+    bool m_resized = false;
+};

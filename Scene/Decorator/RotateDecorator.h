@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <Scene/Decorator/AbstractDecorator.h>
+
+/// A frame with one handle above the decorated item that a user drags to turn it.
+///
+/// The item turns about its centre, by whole and broken degrees as the mouse goes; the angle is not
+/// brought into a range.
+class TITLESCENE_EXPORT RotateDecorator : public AbstractDecorator
+{
+    Q_OBJECT
+
+public:
+    explicit RotateDecorator(QGraphicsObject *child, QGraphicsItem *parent = nullptr);
+    ~RotateDecorator() override;
+
+    /// Deletes the current handle and uses \a item, which the caller makes a child item of the
+    /// decorator. Null leaves the frame without a handle; the current handle is kept as it is.
+    void setRotateHandleItem(QGraphicsItem *item);
+
+    /// Makes the centre of the child the point that the decorator turns about.
+    void updateTransformCenter();
+
+    /// Gives the handle the pens of the styling object, if there is one and the handle is a
+    /// ResizeHandleItem.
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
+               QWidget *widget = nullptr) override;
+    void updateDecoration() override;
+
+Q_SIGNALS:
+    /// The user has dragged the handle, once for each drag.
+    void itemRotated();
+
+protected:
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
+
+private:
+    QGraphicsItem *m_rotateHandle = nullptr; // a child item; null without a handle
+    bool m_rotating = false;
+    bool m_rotated = false;
+};
