@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "CanvasView.h"
+#include "MainWindow.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTimer>
+
+#include <cstdlib>
+
+namespace {
+
+/// Saves a picture of the window once it has nothing left to do, and ends the program.
+void takeScreenshot(MainWindow *window, const QString &path)
+{
+    auto *idle = new QTimer(window);
+    idle->setSingleShot(true);
+    QObject::connect(idle, &QTimer::timeout, window, [window, path] {
+        window->view()->fitToWindow();
+        QApplication::exit(window->grab().save(path) ? EXIT_SUCCESS : EXIT_FAILURE);
+    });
+    idle->start(1000);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("titlescene-editor"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QApplication::translate("main", "Edits titles on a canvas."));
+    parser.addHelpOption();
+    const QCommandLineOption templates(
+            QStringLiteral("templates"),
+            QApplication::translate("main", "The folder of the list of templates."),
+            QApplication::translate("main", "folder"), QStringLiteral(TITLESCENE_TEMPLATES));
+    const QCommandLineOption time(
+            QStringLiteral("time"),
+            QApplication::translate("main", "The time to begin at, in milliseconds."),
+            QApplication::translate("main", "ms"), QStringLiteral("0"));
+    const QCommandLineOption screenshot(
+            QStringLiteral("screenshot"),
+            QApplication::translate("main", "Save a picture of the window and quit."),
+            QApplication::translate("main", "file"));
+    parser.addOptions({templates, time, screenshot});
+    parser.addPositionalArgument(
+            QStringLiteral("files"),
+            QApplication::translate("main", "A project (.titles) to open, SVG files to add."),
+            QStringLiteral("[files...]"));
+    parser.process(application);
+
+    MainWindow window(parser.value(templates));
+    window.show();
+    const QStringList files = parser.positionalArguments();
+    for (const QString &file : files) {
+        if (file.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive))
+            window.addTemplate(file);
+        else
+            window.openProject(file);
+    }
+    window.player()->setTime(parser.value(time).toInt());
+    if (parser.isSet(screenshot))
+        takeScreenshot(&window, parser.value(screenshot));
+    return QApplication::exec();
+}
