@@ -224,11 +224,17 @@ bool writeProject(const Project &project, const QString &path, QString *error)
         return false;
     }
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(toJson(project));
-        if (file.commit())
-            return true;
+    if (!file.open(QIODevice::WriteOnly)) {
+        *error = file.errorString();
+        return false;
     }
-    *error = file.errorString();
-    return false;
+    const QByteArray json = toJson(project);
+    if (file.write(json) != json.size()) { // commit() takes a part for the whole
+        *error = tr("There is not enough room for the file.");
+        return false;
+    }
+    const bool isWritten = file.commit();
+    if (!isWritten)
+        *error = file.errorString();
+    return isWritten;
 }

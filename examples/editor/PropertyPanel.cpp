@@ -85,11 +85,11 @@ QToolButton *PropertyPanel::madeToggle(const QString &name, const QString &lette
 QGroupBox *PropertyPanel::madeColorBox()
 {
     auto *box = new QGroupBox(tr("Colour"), this);
-    auto *layout = new QGridLayout(box);
-    layout->setSpacing(2);
+    auto *swatches = new QGridLayout;
+    swatches->setSpacing(2);
     const QVector<QColor> colors = swatchColors();
     for (int i = 0; i < colors.size(); ++i)
-        layout->addWidget(madeSwatch(colors.at(i)), i / swatchesInARow, i % swatchesInARow);
+        swatches->addWidget(madeSwatch(colors.at(i)), i / swatchesInARow, i % swatchesInARow);
     auto *other = new QPushButton(tr("Other…"), box);
     other->setToolTip(tr("Choose any colour"));
     connect(other, &QPushButton::clicked, this, &PropertyPanel::pickOtherColor);
@@ -97,9 +97,12 @@ QGroupBox *PropertyPanel::madeColorBox()
     m_templateColors->setToolTip(tr("Give the title the colours of its template again"));
     connect(m_templateColors, &QPushButton::clicked, this,
             [this] { Q_EMIT colorPicked(QColor()); });
-    const int row = layout->rowCount();
-    layout->addWidget(other, row, 0, 1, 2);
-    layout->addWidget(m_templateColors, row, 2, 1, 4);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(other);
+    buttons->addWidget(m_templateColors, 1);
+    auto *layout = new QVBoxLayout(box);
+    layout->addLayout(swatches);
+    layout->addLayout(buttons);
     return box;
 }
 
