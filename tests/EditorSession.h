@@ -12,8 +12,8 @@
 #include <Scene/Decorator/AbstractDecorator.h>
 #include <Scene/Decorator/ResizeHandleItem.h>
 
-#include <QAction>
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -22,8 +22,8 @@
 #include <QMessageBox>
 #include <QMouseEvent>
 
-//! The platform without a screen says what it can't do (raise windows, grab the mouse) each time it is
-//! asked to. That is no fault of the editor's: such messages are dropped as long as this lives.
+//! The platform without a screen says what it can't do (raise windows, grab the mouse) each time it
+//! is asked to. That is no fault of the editor's: such messages are dropped as long as this lives.
 class PlatformWithoutScreen
 {
 public:
@@ -50,8 +50,7 @@ private:
 class EditorSession
 {
 public:
-    EditorSession()
-        : window(QStringLiteral(TITLESCENE_TEST_DATA "/editor-templates"))
+    EditorSession() : window(QStringLiteral(TITLESCENE_TEST_DATA "/editor-templates"))
     {
         window.resize(1900, 1100);
         window.show();
@@ -136,8 +135,7 @@ public:
     void doubleClick(const QPointF &scenePos)
     {
         click(scenePos);
-        send(QEvent::MouseButtonDblClick, scenePos, Qt::LeftButton, Qt::LeftButton,
-             Qt::NoModifier);
+        send(QEvent::MouseButtonDblClick, scenePos, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
         mouseRelease(scenePos);
     }
 

@@ -104,10 +104,15 @@ void EditorTest::wholeSession()
     const QPointF target = centre + QPointF(300.0, -100.0);
     session.drag(handle, target - handle);
     const qreal angle = direction(centre, target) - direction(centre, handle);
-    QVERIFY2(std::abs(session.placement(0).rotation - angle) < 0.3,
-             qPrintable(QStringLiteral("%1, not %2").arg(session.placement(0).rotation).arg(angle)));
-    const QPointF centreNow = session.canvas().frame(session.id(0))->mapToScene(
-            session.canvas().frame(session.id(0))->child()->mapToParent(100.0, 50.0));
+    QVERIFY2(
+            std::abs(session.placement(0).rotation - angle) < 0.3,
+            qPrintable(QStringLiteral("%1, not %2").arg(session.placement(0).rotation).arg(angle)));
+    const QPointF centreNow = session.canvas()
+                                      .frame(session.id(0))
+                                      ->mapToScene(session.canvas()
+                                                           .frame(session.id(0))
+                                                           ->child()
+                                                           ->mapToParent(100.0, 50.0));
     QVERIFY(QLineF(centre, centreNow).length() < 1e-6);
 
     session.press("addText");
@@ -123,9 +128,9 @@ void EditorTest::wholeSession()
     QTest::mouseClick(session.find<QToolButton>("swatch#1e88e5"), Qt::LeftButton);
     QCOMPARE(session.title(0).lineColor, QColor(0x1e, 0x88, 0xe5));
 
-    const QStringList steps{QStringLiteral("Add bar"), QStringLiteral("Move"),
-                            QStringLiteral("Resize"), QStringLiteral("Rotate"),
-                            QStringLiteral("Add Text"), QStringLiteral("Edit Text"),
+    const QStringList steps{QStringLiteral("Add bar"),      QStringLiteral("Move"),
+                            QStringLiteral("Resize"),       QStringLiteral("Rotate"),
+                            QStringLiteral("Add Text"),     QStringLiteral("Edit Text"),
                             QStringLiteral("Change Colour")};
     QStringList done;
     for (int i = 0; i < session.undoStack().count(); ++i)
@@ -324,12 +329,11 @@ void EditorTest::movingSnaps_data()
                                 << false;
     QTest::newRow("top") << QPointF(300, 100) << QPointF(0, -108) << QPointF(300, 0) << false;
     QTest::newRow("bottom") << QPointF(300, 700) << QPointF(0, 190) << QPointF(300, 880) << false;
-    QTest::newRow("centre") << QPointF(500, 200) << QPointF(250, 230) << QPointF(760, 440)
-                            << false;
-    QTest::newRow("just within reach") << QPointF(100, 300) << QPointF(-84, 0) << QPointF(0, 300)
-                                       << false;
-    QTest::newRow("just out of reach") << QPointF(100, 300) << QPointF(-82, 0) << QPointF(18, 300)
-                                       << false;
+    QTest::newRow("centre") << QPointF(500, 200) << QPointF(250, 230) << QPointF(760, 440) << false;
+    QTest::newRow("just within reach")
+            << QPointF(100, 300) << QPointF(-84, 0) << QPointF(0, 300) << false;
+    QTest::newRow("just out of reach")
+            << QPointF(100, 300) << QPointF(-82, 0) << QPointF(18, 300) << false;
     QTest::newRow("Ctrl") << QPointF(100, 300) << QPointF(-90, 0) << QPointF(10, 300) << true;
 }
 
@@ -629,8 +633,7 @@ void EditorTest::zoom()
     const auto wheel = [&session](int delta) {
         const QPointF pos(300.0, 200.0);
         QWheelEvent event(pos, session.view().viewport()->mapToGlobal(pos.toPoint()), QPoint(),
-                          QPoint(0, delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
-                          false);
+                          QPoint(0, delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(session.view().viewport(), &event);
     };
     wheel(120);
@@ -708,13 +711,12 @@ void EditorTest::brokenFilesChangeNothing_data()
     QTest::newRow("svg: not well-formed")
             << QStringLiteral("a.svg") << QByteArray("<svg viewBox=\"0 0 9 9\"><rect></svg>");
     QTest::newRow("svg: empty") << QStringLiteral("a.svg") << QByteArray();
-    QTest::newRow("svg: no size")
-            << QStringLiteral("a.svg")
-            << QByteArray("<svg xmlns=\"http://www.w3.org/2000/svg\"><rect/></svg>");
+    QTest::newRow("svg: no size") << QStringLiteral(
+            "a.svg") << QByteArray("<svg xmlns=\"http://www.w3.org/2000/svg\"><rect/></svg>");
     QTest::newRow("svg: a picture") << QStringLiteral("a.svg") << QByteArray("\x89PNG\r\n\x1a\n");
     QTest::newRow("project: empty") << QStringLiteral("a.titles") << QByteArray();
-    QTest::newRow("project: cut off") << QStringLiteral("a.titles")
-                                      << QByteArray("{\"format\": \"titlescene-pro");
+    QTest::newRow("project: cut off")
+            << QStringLiteral("a.titles") << QByteArray("{\"format\": \"titlescene-pro");
     QTest::newRow("project: other JSON") << QStringLiteral("a.titles") << QByteArray("[1, 2]");
     QTest::newRow("project: a broken title")
             << QStringLiteral("a.titles")
@@ -823,8 +825,7 @@ void EditorTest::exportThatFailsSaysSo()
     EditorSession session;
     session.addBar();
     session.window.exportFrames(QStringLiteral("/proc/no-such-folder"));
-    QTRY_COMPARE(session.window.statusBar()->currentMessage(),
-                 QStringLiteral("Export failed"));
+    QTRY_COMPARE(session.window.statusBar()->currentMessage(), QStringLiteral("Export failed"));
     QVERIFY(session.closeMessage().contains(PngExport::fileName(0)));
 }
 

@@ -80,8 +80,7 @@ CanvasView::CanvasView(TitleCanvas *canvas, QWidget *parent)
     viewport()->setAcceptDrops(true);
     viewport()->grabGesture(Qt::PinchGesture);
     viewport()->installEventFilter(new GraphicsViewportMouseGuard(this));
-    connect(canvas, &TitleCanvas::guidesChanged, viewport(),
-            QOverload<>::of(&QWidget::update));
+    connect(canvas, &TitleCanvas::guidesChanged, viewport(), QOverload<>::of(&QWidget::update));
 }
 
 CanvasView::~CanvasView() = default;

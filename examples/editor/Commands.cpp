@@ -23,8 +23,7 @@ void remove(TitleCanvas *canvas, const QVector<PlacedTitle> &titles)
 
 } // namespace
 
-AddTitles::AddTitles(TitleCanvas *canvas, const QString &what,
-                     const QVector<PlacedTitle> &titles)
+AddTitles::AddTitles(TitleCanvas *canvas, const QString &what, const QVector<PlacedTitle> &titles)
     : QUndoCommand(what), m_canvas(canvas), m_titles(titles)
 {
 }

@@ -5,8 +5,8 @@
 
 #include "CanvasScene.h"
 #include "CanvasView.h"
-#include "PropertyPanel.h"
 #include "ProjectFile.h"
+#include "PropertyPanel.h"
 #include "TemplateList.h"
 #include "Timeline.h"
 #include "TimelineBar.h"
@@ -109,8 +109,8 @@ void MainWindow::makeFileMenu()
     menu->addAction(makeAction(QStringLiteral("openProject"), tr("&Open Project…"),
                                tr("Go on with a saved project"), QKeySequence::Open,
                                [this] { offerToSave([this] { askForProject(); }); }));
-    menu->addAction(makeAction(QStringLiteral("save"), tr("&Save Project"),
-                               tr("Save the project"), QKeySequence::Save, [this] { save([] {}); }));
+    menu->addAction(makeAction(QStringLiteral("save"), tr("&Save Project"), tr("Save the project"),
+                               QKeySequence::Save, [this] { save([] {}); }));
     menu->addAction(makeAction(QStringLiteral("saveAs"), tr("Save Project &As…"),
                                tr("Save the project to another file"),
                                QKeySequence(tr("Ctrl+Shift+S")),
@@ -132,9 +132,9 @@ void MainWindow::makeEditMenu()
     QMenu *menu = menuBar()->addMenu(tr("&Edit"));
     QAction *undo = makeAction(QStringLiteral("undo"), tr("&Undo"), tr("Take the last step back"),
                                QKeySequence::Undo, [this] { m_editor.undo(); });
-    QAction *redo = makeAction(QStringLiteral("redo"), tr("&Redo"),
-                               tr("Do again what was taken back"), QKeySequence::Redo,
-                               [this] { m_editor.redo(); });
+    QAction *redo =
+            makeAction(QStringLiteral("redo"), tr("&Redo"), tr("Do again what was taken back"),
+                       QKeySequence::Redo, [this] { m_editor.redo(); });
     const QUndoStack *stack = m_editor.undoStack();
     connect(stack, &QUndoStack::undoTextChanged, undo,
             [undo](const QString &text) { undo->setText(tr("&Undo %1").arg(text)); });
@@ -197,29 +197,29 @@ void MainWindow::makeTitleMenu()
 QList<QAction *> MainWindow::makePlayMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&Play"));
-    QAction *toStart = makeAction(QStringLiteral("toStart"), tr("To the &Start"),
-                                  tr("Show the first frame"), QKeySequence(tr("Home")),
-                                  [this] { m_player.toStart(); });
-    QAction *back = makeAction(QStringLiteral("stepBack"), tr("Step &Back"),
-                               tr("Show the frame before"), QKeySequence(tr(",")),
-                               [this] { m_player.stepBack(); });
+    QAction *toStart =
+            makeAction(QStringLiteral("toStart"), tr("To the &Start"), tr("Show the first frame"),
+                       QKeySequence(tr("Home")), [this] { m_player.toStart(); });
+    QAction *back =
+            makeAction(QStringLiteral("stepBack"), tr("Step &Back"), tr("Show the frame before"),
+                       QKeySequence(tr(",")), [this] { m_player.stepBack(); });
     QAction *play = makeAction(QStringLiteral("play"), tr("&Play"), tr("Play and pause"),
                                QKeySequence(tr("Space")),
                                [this] { m_player.setPlaying(!m_player.isPlaying()); });
     QAction *forward = makeAction(QStringLiteral("stepForward"), tr("Step &Forward"),
                                   tr("Show the frame after"), QKeySequence(tr(".")),
                                   [this] { m_player.stepForward(); });
-    QAction *toEnd = makeAction(QStringLiteral("toEnd"), tr("To the &End"),
-                                tr("Show the last frame"), QKeySequence(tr("End")),
-                                [this] { m_player.toEnd(); });
+    QAction *toEnd =
+            makeAction(QStringLiteral("toEnd"), tr("To the &End"), tr("Show the last frame"),
+                       QKeySequence(tr("End")), [this] { m_player.toEnd(); });
     toStart->setIcon(style()->standardIcon(QStyle::SP_MediaSkipBackward));
     back->setIcon(style()->standardIcon(QStyle::SP_MediaSeekBackward));
     play->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));
     forward->setIcon(style()->standardIcon(QStyle::SP_MediaSeekForward));
     toEnd->setIcon(style()->standardIcon(QStyle::SP_MediaSkipForward));
     connect(&m_player, &Player::playingChanged, this, [this, play](bool playing) {
-        play->setIcon(style()->standardIcon(playing ? QStyle::SP_MediaPause
-                                                    : QStyle::SP_MediaPlay));
+        play->setIcon(
+                style()->standardIcon(playing ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
         play->setText(playing ? tr("&Pause") : tr("&Play"));
     });
     const QList<QAction *> actions{toStart, back, play, forward, toEnd};
@@ -266,9 +266,8 @@ void MainWindow::makeDocks(const QString &templateFolder)
 
     m_zoomLabel = new QLabel(this);
     statusBar()->addPermanentWidget(m_zoomLabel);
-    connect(m_view, &CanvasView::zoomChanged, this, [this](qreal zoom) {
-        m_zoomLabel->setText(tr("%1 %").arg(qRound(zoom * 100.0)));
-    });
+    connect(m_view, &CanvasView::zoomChanged, this,
+            [this](qreal zoom) { m_zoomLabel->setText(tr("%1 %").arg(qRound(zoom * 100.0))); });
 }
 
 void MainWindow::makeToolBar()
@@ -349,8 +348,8 @@ bool MainWindow::addTemplate(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         error = file.errorString();
-    else if (m_editor.addSvg(QFileInfo(path).completeBaseName(),
-                             QString::fromUtf8(file.readAll()), &error))
+    else if (m_editor.addSvg(QFileInfo(path).completeBaseName(), QString::fromUtf8(file.readAll()),
+                             &error))
         return true;
     showFailure(tr("%1 can't be shown.").arg(QFileInfo(path).fileName()), error);
     return false;
@@ -392,8 +391,7 @@ void MainWindow::newProject()
     m_view->fitToWindow();
 }
 
-void MainWindow::openDialog(QFileDialog *dialog,
-                            const std::function<void(const QString &)> &chosen)
+void MainWindow::openDialog(QFileDialog *dialog, const std::function<void(const QString &)> &chosen)
 {
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QFileDialog::fileSelected, this, chosen);
@@ -442,10 +440,9 @@ void MainWindow::offerToSave(const std::function<void()> &then)
         then();
         return;
     }
-    auto *box = new QMessageBox(QMessageBox::Question, windowTitle(),
-                                tr("The project has unsaved changes."),
-                                QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-                                this);
+    auto *box = new QMessageBox(
+            QMessageBox::Question, windowTitle(), tr("The project has unsaved changes."),
+            QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     connect(box, &QMessageBox::finished, this, [this, then](int answer) {
         if (answer == QMessageBox::Save)

@@ -96,8 +96,8 @@ void readSvg(Title &title, const QJsonObject &object)
     title.placement.scaleY = number(object, "scaleY", smallestFactor, largestFactor);
     const SvgDocument document(title.svg);
     if (!document.isLoaded())
-        throw Defect(tr("The title \"%1\" can't be shown: %2")
-                             .arg(title.name, document.errorString()));
+        throw Defect(
+                tr("The title \"%1\" can't be shown: %2").arg(title.name, document.errorString()));
 }
 
 void readText(Title &title, const QJsonObject &object)

@@ -113,6 +113,7 @@ QGroupBox *PropertyPanel::madeFontBox()
     m_family->setToolTip(tr("Font of the text"));
     m_size->setObjectName(QStringLiteral("fontSize"));
     m_size->setRange(4, 999);
+    m_size->setValue(72);
     m_size->setSuffix(tr(" pt"));
     m_size->setKeyboardTracking(false);
     m_size->setToolTip(tr("Size of the text"));
@@ -158,6 +159,7 @@ QGroupBox *PropertyPanel::madeAnimationBox()
     auto *box = new QGroupBox(tr("Animation"), this);
     m_speed->setObjectName(QStringLiteral("speed"));
     m_speed->setRange(0.1, 10.0);
+    m_speed->setValue(1.0);
     m_speed->setSingleStep(0.1);
     m_speed->setSuffix(QStringLiteral(" ×"));
     m_speed->setKeyboardTracking(false);

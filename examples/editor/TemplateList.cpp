@@ -61,8 +61,8 @@ void TemplateList::setFolder(const QString &path)
 {
     clear();
     m_withThumbnail = 0;
-    const QFileInfoList files = QDir(path).entryInfoList({QStringLiteral("*.svg")}, QDir::Files,
-                                                         QDir::Name);
+    const QFileInfoList files =
+            QDir(path).entryInfoList({QStringLiteral("*.svg")}, QDir::Files, QDir::Name);
     QPixmap placeholder(iconSizeOfTemplates);
     placeholder.fill(QColor(0x3a, 0x3e, 0x42));
     for (const QFileInfo &file : files) {
@@ -77,8 +77,10 @@ void TemplateList::setFolder(const QString &path)
 void TemplateList::loadNextThumbnail()
 {
     QListWidgetItem *next = item(m_withThumbnail);
-    if (!next)
+    if (!next) {
+        Q_EMIT loaded();
         return;
+    }
     next->setIcon(picture(next->data(pathRole).toString()));
     ++m_withThumbnail;
     QTimer::singleShot(0, this, &TemplateList::loadNextThumbnail);

@@ -20,6 +20,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// By a double click or Return.
     void chosen(const QString &path);
+    /// Every file has its picture.
+    void loaded();
 
 protected:
     QMimeData *mimeData(const QList<QListWidgetItem *> items) const override;

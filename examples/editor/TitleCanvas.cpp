@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr qreal snapReach = 8.0; // pixels of the view
+constexpr qreal snapReach = 8.0;    // pixels of the view
 constexpr qreal surroundings = 0.5; // of the canvas, to be seen on each side of it
 
 QVariant pen(const QColor &color, qreal width)
@@ -49,8 +49,8 @@ QSet<Qt::WindowFrameSection> handlesFor(const Title &title)
 {
     if (title.kind == Title::Text) // its height follows from the text
         return {Qt::LeftSection, Qt::RightSection};
-    return {Qt::TopLeftSection, Qt::TopSection, Qt::TopRightSection, Qt::LeftSection,
-            Qt::RightSection, Qt::BottomLeftSection, Qt::BottomSection, Qt::BottomRightSection};
+    return {Qt::TopLeftSection, Qt::TopSection,        Qt::TopRightSection, Qt::LeftSection,
+            Qt::RightSection,   Qt::BottomLeftSection, Qt::BottomSection,   Qt::BottomRightSection};
 }
 
 void setStyling(QGraphicsObject *item, QObject *styling)
@@ -71,8 +71,8 @@ bool hasSameShape(const Placement &a, Placement b)
 } // namespace
 
 TitleCanvas::TitleCanvas(QObject *parent)
-    : QObject(parent), m_scene(new CanvasScene), m_helper(m_scene),
-      m_size(Project().canvas), m_clipLength(Project().clipLength)
+    : QObject(parent), m_scene(new CanvasScene), m_helper(m_scene), m_size(Project().canvas),
+      m_clipLength(Project().clipLength)
 {
     setFramePens(m_styling);
     m_helper.setStylingObject(&m_styling);
@@ -116,9 +116,9 @@ void TitleCanvas::setProject(const Project &project)
         remove(id);
     m_size = project.canvas;
     const QRectF canvas = canvasRect();
-    m_scene->setSceneRect(canvas.adjusted(
-            -canvas.width() * surroundings, -canvas.height() * surroundings,
-            canvas.width() * surroundings, canvas.height() * surroundings));
+    m_scene->setSceneRect(
+            canvas.adjusted(-canvas.width() * surroundings, -canvas.height() * surroundings,
+                            canvas.width() * surroundings, canvas.height() * surroundings));
     setClipLength(project.clipLength);
     for (const Title &title : project.titles)
         insert(m_entries.size(), newId(), title);
@@ -366,8 +366,8 @@ void TitleCanvas::place(Entry &entry)
     if (entry.title.kind == Title::Text)
         entry.frame->setSize(QSizeF(placement.textWidth, own.height()));
     else
-        entry.frame->setSize(QSizeF(own.width() * placement.scaleX,
-                                    own.height() * placement.scaleY));
+        entry.frame->setSize(
+                QSizeF(own.width() * placement.scaleX, own.height() * placement.scaleY));
     if (auto *turning = dynamic_cast<RotateDecorator *>(entry.frame))
         turning->updateTransformCenter();
     entry.frame->setRotation(placement.rotation);
@@ -479,7 +479,8 @@ void TitleCanvas::endGesture()
     if (changes.isEmpty())
         return;
     const QString what = gesture == Move ? tr("Move")
-                                         : gesture == Resize ? tr("Resize") : tr("Rotate");
+            : gesture == Resize          ? tr("Resize")
+                                         : tr("Rotate");
     Q_EMIT edited(what, changes);
 }
 

@@ -117,7 +117,7 @@ private:
     void switchFrame(AbstractDecorator *frame);
     void reportText(TitleId id);
 
-    QObject m_styling; // holds the frames' pens; lives longer than the scene
+    QObject m_styling;    // holds the frames' pens; lives longer than the scene
     CanvasScene *m_scene; // the helper's
     SceneHelper m_helper;
     QSize m_size;

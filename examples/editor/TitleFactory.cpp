@@ -80,8 +80,8 @@ Title madeTextTitle(const QString &text, const QSize &canvas)
     title.html = document.toHtml();
     title.placement.textWidth = canvas.width() * textWidthOfCanvas;
     const QSizeF size = ownSize(madeTextItem(title).get());
-    title.placement.pos = QPointF((canvas.width() - size.width()) / 2.0,
-                                  (canvas.height() - size.height()) / 2.0);
+    title.placement.pos =
+            QPointF((canvas.width() - size.width()) / 2.0, (canvas.height() - size.height()) / 2.0);
     return title;
 }
 

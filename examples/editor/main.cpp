@@ -1,27 +1,24 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "CanvasView.h"
 #include "MainWindow.h"
+#include "TemplateList.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QTimer>
 
 #include <cstdlib>
 
 namespace {
 
-/// Saves a picture of the window once it has nothing left to do, and ends the program.
+/// Saves a picture of the window once all templates are shown, and ends the program.
 void takeScreenshot(MainWindow *window, const QString &path)
 {
-    auto *idle = new QTimer(window);
-    idle->setSingleShot(true);
-    QObject::connect(idle, &QTimer::timeout, window, [window, path] {
-        window->view()->fitToWindow();
-        QApplication::exit(window->grab().save(path) ? EXIT_SUCCESS : EXIT_FAILURE);
+    const auto *templates = window->findChild<TemplateList *>();
+    QObject::connect(templates, &TemplateList::loaded, window, [window, path] {
+        const bool isSaved = window->grab().save(path);
+        QApplication::exit(isSaved ? EXIT_SUCCESS : EXIT_FAILURE);
     });
-    idle->start(1000);
 }
 
 } // namespace
