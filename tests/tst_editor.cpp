@@ -14,6 +14,8 @@
 #include <QDoubleSpinBox>
 #include <QMimeData>
 #include <QPinchGesture>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QToolButton>
@@ -68,7 +70,8 @@ private Q_SLOTS:
     void clipLength();
     void stepsAndPlays();
     void zoom();
-    void pinch();
+    void pinchOnATouchPad();
+    void pinchOnATouchScreen();
     void handlesKeepTheirSizeOnTheScreen();
     void dropsFiles();
     void brokenFilesChangeNothing_data();
@@ -77,6 +80,7 @@ private Q_SLOTS:
     void compositionIsWhatTheTitlesPaint();
     void aTitleIsCutToItsBounds();
     void exportCanBeCancelled();
+    void exportIsCancelledByItsDialog();
     void exportThatFailsSaysSo();
     void closingOffersToSave();
 };
@@ -649,13 +653,28 @@ void EditorTest::zoom()
     QVERIFY(canvas.width() > shown.width() - 60 || canvas.height() > shown.height() - 60);
 }
 
-void EditorTest::pinch()
+void EditorTest::pinchOnATouchPad()
 {
     EditorSession session;
     QNativeGestureEvent event(Qt::ZoomNativeGesture, nullptr, QPointF(300.0, 200.0),
                               QPointF(300.0, 200.0), QPointF(300.0, 200.0), 0.5, 0, 0);
     QApplication::sendEvent(session.view().viewport(), &event);
     QCOMPARE(session.view().zoom(), 0.75);
+}
+
+void EditorTest::pinchOnATouchScreen()
+{
+    EditorSession session;
+    QPinchGesture gesture;
+    gesture.setScaleFactor(2.0);
+    gesture.setChangeFlags(QPinchGesture::ScaleFactorChanged);
+    QGestureEvent event({&gesture});
+    event.setWidget(session.view().viewport());
+    QApplication::sendEvent(session.view().viewport(), &event);
+    QCOMPARE(session.view().zoom(), 1.0);
+    gesture.setChangeFlags(QPinchGesture::CenterPointChanged);
+    QApplication::sendEvent(session.view().viewport(), &event);
+    QCOMPARE(session.view().zoom(), 1.0);
 }
 
 void EditorTest::handlesKeepTheirSizeOnTheScreen()
@@ -818,6 +837,26 @@ void EditorTest::exportCanBeCancelled()
     QCOMPARE(finished.count(), 0);
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2);
     QCOMPARE(exportedFrame(folder, 0).size(), project.canvas);
+}
+
+void EditorTest::exportIsCancelledByItsDialog()
+{
+    QTemporaryDir folder;
+    EditorSession session;
+    session.addBar();
+    session.window.exportFrames(folder.path());
+    auto *dialog = session.window.findChild<QProgressDialog *>();
+    QVERIFY(dialog);
+    QTRY_VERIFY(dialog->value() >= 1);
+    QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+    QCOMPARE(session.window.statusBar()->currentMessage(), QStringLiteral("Export cancelled"));
+    const int written = QDir(folder.path()).entryList(QDir::Files).size();
+    QVERIFY(written >= 1 && written < 200);
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), written);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(session.window.findChildren<QProgressDialog *>().isEmpty());
 }
 
 void EditorTest::exportThatFailsSaysSo()
