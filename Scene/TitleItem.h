@@ -59,15 +59,15 @@ public:
 Q_SIGNALS:
     /// Editing has ended and the content was changed.
     void contentEdited();
-    void currentCharFormatChanged(QTextCharFormat format);
+    void currentCharFormatChanged(QTextCharFormat);
     void geometryChanged();
 
 public Q_SLOTS:
     /// Sets the text width; the height follows from the text.
     void setSize(QSizeF size);
 
-    /// Begins editing with the text cursor at the point \a pos (item coordinates), or ends it.
-    void setEditable(bool editable, QPointF pos = QPointF());
+    /// Begins editing with the text cursor at a point in item coordinates, or ends it.
+    void setEditable(bool editable, QPointF = QPointF());
 
     void setHighlight(bool value);
 
@@ -85,6 +85,8 @@ protected:
 private:
     void beginEditing(QPointF pos);
     void endEditing();
+    void finishComposing();
+    void followDocument();
     void keepFormatForNextCharacter();
     void makeDefault(const QFont &font);
     void pastePlainText(QKeyEvent *event);
