@@ -194,8 +194,15 @@ private:
     using SvgElements = std::vector<boost::shared_ptr<SvgElement>>;
     using AttributeNumbers = std::vector<std::size_t>;
 
+    // How the tree and the text stand to each other.
+    enum class Agreement {
+        None,
+        TreeIsParsedText, // the tree is what parsing the text gives
+        TextIsSavedTree   // the text is what saveToBuffer() makes of the tree
+    };
+
+    bool isTextAdmitted();
     std::unique_ptr<RendererDocument> loadRenderer();
-    std::unique_ptr<RendererDocument> admitText();
     void analyse(const RendererDocument &renderer, const QString &svgText);
     void parseTree();
     void writeTree(QDomNode::EncodingPolicy policy);
@@ -204,8 +211,9 @@ private:
     QDomElement find(const SvgElement &place, const QDomNode &root);
     std::vector<const SvgElement *> places() const;
     void placesChanged();
-    void write(const AdjustableAttribute &attribute, const QString &value, const QDomNode &root);
-    void restore(const AdjustableAttribute &attribute, const QDomNode &root);
+    void writeValue(const AdjustableAttribute &attribute, const QString &value,
+                    const QDomNode &root);
+    void restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root);
     void showUses(const SvgElements &uses, bool visible, const QDomNode &root);
 
     bool applyWinners(const std::vector<bool> &winners, int ms);
@@ -227,11 +235,11 @@ private:
     // For each animated attribute, by its id(): its animations' indices in m_animatableAttributes.
     std::map<QString, AttributeNumbers> m_animationsById;
 
-    bool m_admitted = false;     // the text may be given to parsers
-    bool m_loaded = false;       // the renderer has accepted the text
+    bool m_loaded = false;       // the renderer has accepted the template's text
     qint64 m_textSize = 0;       // what lies behind it in m_data is left over from a longer text
-    QByteArray m_parsedText;     // shares m_data's bytes as long as the tree is parsed from them
-    bool m_textIsSaved = false;  // the text is what saveToBuffer() makes of the tree
+    QByteArray m_knownText;      // shares m_data's bytes unless somebody else has written them
+    bool m_admitted = false;     // the known text may be given to parsers
     bool m_treeIsShared = false; // somebody outside may have changed the tree since it was parsed
+    Agreement m_agreement = Agreement::None;
     std::unique_ptr<ElementIndex> m_elements; // of places() in the tree; null when out of date
 };

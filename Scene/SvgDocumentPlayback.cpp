@@ -62,7 +62,7 @@ void SvgDocument::applyAnimation(int ms)
     const std::vector<bool> winners = winnersAt(ms);
     const bool anyWritten = applyWinners(winners, ms);
     const bool anyRestored = restoreDefaults(winners);
-    const bool textIsTree = m_textIsSaved && !m_treeIsShared;
+    const bool textIsTree = m_agreement == Agreement::TextIsSavedTree && !m_treeIsShared;
     if ((anyWritten || anyRestored) && !textIsTree)
         saveToBuffer();
 }
@@ -98,7 +98,7 @@ bool SvgDocument::applyWinners(const std::vector<bool> &winners, int ms)
         const auto &animation = m_animatableAttributes[number];
         const QString value = animation->valueForTime(ms);
         if (!updateDefinitionVisibility(root, animation, value))
-            write(*animation, value, root);
+            writeValue(*animation, value, root);
         any = true;
     }
     return any;
@@ -116,24 +116,24 @@ bool SvgDocument::restoreDefaults(const std::vector<bool> &winners)
             continue;
         const auto &animation = m_animatableAttributes[numbers.back()];
         if (!updateDefinitionVisibility(root, animation, animation->defaultValue()))
-            restore(*animation, root);
+            restoreDefault(*animation, root);
         any = true;
     }
     return any;
 }
 
-void SvgDocument::write(const AdjustableAttribute &attribute, const QString &value,
-                        const QDomNode &root)
+void SvgDocument::writeValue(const AdjustableAttribute &attribute, const QString &value,
+                             const QDomNode &root)
 {
     if (writeAttribute(find(attribute.element(), root), attribute.attributeName(), value))
         treeChanged();
 }
 
-void SvgDocument::restore(const AdjustableAttribute &attribute, const QDomNode &root)
+void SvgDocument::restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root)
 {
     const QString value = attribute.defaultValue();
     if (!value.isEmpty())
-        write(attribute, value, root);
+        writeValue(attribute, value, root);
     else if (eraseAttribute(find(attribute.element(), root), attribute.attributeName()))
         treeChanged();
 }
