@@ -67,11 +67,21 @@ void SvgDocument::analyse(const RendererDocument &renderer, const QString &svgTe
     m_hasClipping = hasElement(svgText, QStringLiteral("clipPath"));
 }
 
+bool SvgDocument::isTextKnown() const
+{
+    return !m_knownText.isNull() && m_knownText.constData() == m_data.constData();
+}
+
+bool SvgDocument::isInAgreement(Agreement agreement) const
+{
+    return isTextKnown() && !m_treeIsShared && m_agreement == agreement;
+}
+
 /// Whether the text may be given to parsers. Our own saves may; a text that somebody else has
 /// written is judged once. The reason of a refusal is in errorString().
 bool SvgDocument::isTextAdmitted()
 {
-    if (m_knownText.isNull() || m_knownText.constData() != m_data.constData()) {
+    if (!isTextKnown()) {
         const QString refusal = refusalOf(m_data.left(int(m_textSize)));
         m_admitted = refusal.isEmpty();
         setErrorString(refusal);
@@ -195,7 +205,7 @@ void SvgDocument::writeTree(QDomNode::EncodingPolicy policy)
 void SvgDocument::parseTree()
 {
     const bool isAdmitted = isTextAdmitted();
-    if (m_agreement == Agreement::TreeIsParsedText && !m_treeIsShared)
+    if (isInAgreement(Agreement::TreeIsParsedText))
         return;
     seek(0);
     placesChanged();

@@ -201,7 +201,9 @@ private:
         TextIsSavedTree   // the text is what saveToBuffer() makes of the tree
     };
 
+    bool isTextKnown() const;
     bool isTextAdmitted();
+    bool isInAgreement(Agreement agreement) const;
     std::unique_ptr<RendererDocument> loadRenderer();
     void analyse(const RendererDocument &renderer, const QString &svgText);
     void parseTree();

@@ -62,8 +62,7 @@ void SvgDocument::applyAnimation(int ms)
     const std::vector<bool> winners = winnersAt(ms);
     const bool anyWritten = applyWinners(winners, ms);
     const bool anyRestored = restoreDefaults(winners);
-    const bool textIsTree = m_agreement == Agreement::TextIsSavedTree && !m_treeIsShared;
-    if ((anyWritten || anyRestored) && !textIsTree)
+    if ((anyWritten || anyRestored) && !isInAgreement(Agreement::TextIsSavedTree))
         saveToBuffer();
 }
 
