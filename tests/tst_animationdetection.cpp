@@ -59,6 +59,8 @@ private Q_SLOTS:
     void keepsKeyValuesAsTheyAre();
     void readsTimes_data();
     void readsTimes();
+    void givesBeginAndEndOfTexts_data();
+    void givesBeginAndEndOfTexts();
     void readsRepeatCounts_data();
     void readsRepeatCounts();
     void readsFill_data();
@@ -210,6 +212,40 @@ void AnimationDetectionTest::readsTimes()
     document.detectAnimatableAttibutes(latestEnd);
     QCOMPARE(latestEnd, end);
     QCOMPARE(document.animationDurationTotal(), end);
+}
+
+void AnimationDetectionTest::givesBeginAndEndOfTexts_data()
+{
+    QTest::addColumn<QString>("begin");
+    QTest::addColumn<QString>("dur");
+    QTest::addColumn<int>("beginMs");
+    QTest::addColumn<int>("endMs");
+
+    const auto row = [](const char *name, const char *begin, const char *dur, int beginMs,
+                        int endMs) {
+        QTest::newRow(name) << QString::fromLatin1(begin) << QString::fromLatin1(dur) << beginMs
+                            << endMs;
+    };
+    row("both readable", "1s", "500ms", 1000, 1500);
+    row("unreadable begin", "x", "2s", 0, 2000);
+    row("unreadable duration", "1s", "indefinite", 1000, 1000);
+    row("nothing", "", "", 0, 0);
+    row("negative", "-1s", "-2s", -1000, -3000);
+    row("beyond int", "2147483s", "2147483s", 2147483000, std::numeric_limits<int>::max());
+}
+
+void AnimationDetectionTest::givesBeginAndEndOfTexts()
+{
+    QFETCH(QString, begin);
+    QFETCH(QString, dur);
+    QFETCH(int, beginMs);
+    QFETCH(int, endMs);
+    const SvgDocument document(svgWithAnimate(QString()));
+    int readBegin = -1;
+    int readEnd = -1;
+    document.getBeginEndParams(begin, dur, readBegin, readEnd);
+    QCOMPARE(readBegin, beginMs);
+    QCOMPARE(readEnd, endMs);
 }
 
 /// Frozen, the value goes on through the cycles that there are.
