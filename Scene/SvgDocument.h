@@ -218,9 +218,19 @@ private:
     void restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root);
     void showUses(const SvgElements &uses, bool visible, const QDomNode &root);
 
-    bool applyWinners(const std::vector<bool> &winners, int ms);
-    bool restoreDefaults(const std::vector<bool> &winners);
+    // One attribute that a frame writes.
+    struct FrameStep
+    {
+        boost::shared_ptr<AnimatableAttribute> animation;
+        QString value;
+        bool isDefault; // the template's own value, not the animation's
+    };
+
     std::vector<bool> winnersAt(int ms) const;
+    std::vector<FrameStep> stepsAt(int ms) const;
+    std::vector<bool> neededSteps(const std::vector<FrameStep> &steps) const;
+    void carryOut(const FrameStep &step);
+    bool showsUsesOf(const AnimatableAttribute &attribute) const;
 
     QByteArray m_data;
     QXmlStreamReader m_reader;

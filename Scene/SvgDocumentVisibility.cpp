@@ -136,13 +136,17 @@ bool SvgDocument::updateDefinitionVisibility(const QDomNode &root,
                                              boost::shared_ptr<AnimatableAttribute> attribute,
                                              const QString &value)
 {
-    if (!attribute->isDefinition() || attribute->attributeName() != QLatin1String("visibility"))
+    if (!showsUsesOf(*attribute))
         return false;
-    const auto uses = m_useElements.find(attribute->svgId());
-    if (uses == m_useElements.end())
-        return false;
-    showUses(uses->second, value.isEmpty() || meansShown(value), root);
+    showUses(m_useElements[attribute->svgId()], value.isEmpty() || meansShown(value), root);
     return true;
+}
+
+/// Whether the attribute is the visibility of a definition that is used.
+bool SvgDocument::showsUsesOf(const AnimatableAttribute &attribute) const
+{
+    return attribute.isDefinition() && attribute.attributeName() == QLatin1String("visibility")
+            && m_useElements.find(attribute.svgId()) != m_useElements.end();
 }
 
 void SvgDocument::showUses(const SvgElements &uses, bool visible, const QDomNode &root)

@@ -80,10 +80,11 @@ QString chain(int length, const QString &first, bool backwards)
     QStringList animations;
     for (int i = 0; i < length; ++i) {
         const QString begin = i == 0 ? first : QStringLiteral("a%1.end").arg(i - 1);
-        animations.append(QStringLiteral("<animate id=\"a%1\" attributeName=\"x\" from=\"0\" to=\"9\""
-                                         " begin=\"%2\" dur=\"1ms\"/>")
-                                  .arg(i)
-                                  .arg(begin));
+        animations.append(
+                QStringLiteral("<animate id=\"a%1\" attributeName=\"x\" from=\"0\" to=\"9\""
+                               " begin=\"%2\" dur=\"1ms\"/>")
+                        .arg(i)
+                        .arg(begin));
     }
     if (backwards)
         std::reverse(animations.begin(), animations.end());
@@ -319,8 +320,8 @@ void BadInputTest::refusesText_data()
             << QStringLiteral("<!DOCTYPE html><html><body>%1</body></html>").arg(svg(rect));
     QTest::newRow("another vocabulary")
             << QStringLiteral("<title viewBox=\"0 0 96 64\">%1</title>").arg(rect);
-    QTest::newRow("name in upper case") << svg(rect).replace(QStringLiteral("svg"),
-                                                             QStringLiteral("SVG"));
+    QTest::newRow("name in upper case")
+            << svg(rect).replace(QStringLiteral("svg"), QStringLiteral("SVG"));
     QTest::newRow("compressed") << QString::fromLatin1(qCompress(svg(rect).toUtf8()));
     QTest::newRow("path of a file") << QStringLiteral("title.svg");
 
@@ -331,8 +332,8 @@ void BadInputTest::refusesText_data()
             << QStringLiteral("<!DOCTYPE svg [ <!ELEMENT svg ") + svg(rect);
     QTest::newRow("processing instruction alone") << QStringLiteral("<?svg viewBox?>");
     QTest::newRow("end tag alone") << QStringLiteral("</svg>");
-    QTest::newRow("start tag alone") << svg(rect).section(QLatin1Char('>'), 0, 0)
-                    + QLatin1Char('>');
+    QTest::newRow("start tag alone")
+            << svg(rect).section(QLatin1Char('>'), 0, 0) + QLatin1Char('>');
     QTest::newRow("declaration behind the start")
             << QStringLiteral(" <?xml version=\"1.0\"?>") + svg(rect);
     QTest::newRow("two declarations")
@@ -485,9 +486,9 @@ void BadInputTest::limitsNesting_data()
     {
         const char *name;
         bool showsChildren;
-    } kinds[] = {{"g", true},      {"switch", true},    {"x", true},
-                 {"defs", false},  {"clipPath", true},  {"text", false}, {"tspan", true},
-                 {"animate", true}, {"linearGradient", true},
+    } kinds[] = {{"g", true},     {"switch", true},   {"x", true},
+                 {"defs", false}, {"clipPath", true}, {"text", false},
+                 {"tspan", true}, {"animate", true},  {"linearGradient", true},
                  {"svg", false}}; // each of them enlarges its content to the whole canvas again
     for (const auto &kind : kinds) {
         const QLatin1String name(kind.name);
@@ -501,8 +502,8 @@ void BadInputTest::limitsNesting_data()
     QTest::newRow("100,000 without a root")
             << QStringLiteral("<svg>").repeated(100000) << false << never;
     QTest::newRow("257 behind 1,000 others")
-            << svg(QStringLiteral("<g/>").repeated(1000)
-                   + QStringLiteral("<g>").repeated(256) + QStringLiteral("</g>").repeated(256))
+            << svg(QStringLiteral("<g/>").repeated(1000) + QStringLiteral("<g>").repeated(256)
+                   + QStringLiteral("</g>").repeated(256))
             << false << never;
     QTest::newRow("many of 255 beside each other")
             << svg((QStringLiteral("<g>").repeated(255) + QStringLiteral("</g>").repeated(255))
@@ -656,8 +657,8 @@ void BadInputTest::hasAnOutcome_data()
     playing("places beyond a double", valued("x", QStringLiteral("1e400;-1e400")), 1000);
     playing("colours not colours", valued("fill", QStringLiteral("red;nan;#12;;url(#x)")), 1000);
     playing("transforms of nothing", valued("transform", QStringLiteral(";")), 1000);
-    playing("transforms of the infinite", valued("transform", QStringLiteral("scale(inf);scale(nan)")),
-            1000);
+    playing("transforms of the infinite",
+            valued("transform", QStringLiteral("scale(inf);scale(nan)")), 1000);
     playing("transforms beyond a double",
             valued("transform", QStringLiteral("scale(1e400);scale(1e400)")), 1000, untilBegin);
     playing("10,000 values", valued("x", QStringLiteral("1;").repeated(10000)), 1000);
@@ -777,8 +778,8 @@ void BadInputTest::bearsChains_data()
             << chain(1, QStringLiteral("a0.begin-1s"), false) << 0;
     QTest::newRow("offset that is no number")
             << chain(1, QStringLiteral("nobody.end+nan"), false) << 1;
-    QTest::newRow("infinite offset") << chain(2, QStringLiteral("nobody.end+inf"), false)
-                                     << highest;
+    QTest::newRow("infinite offset")
+            << chain(2, QStringLiteral("nobody.end+inf"), false) << highest;
     QTest::newRow("infinite offset back")
             << chain(2, QStringLiteral("nobody.begin-inf"), false) << 0;
 }
@@ -813,9 +814,10 @@ void BadInputTest::bearsGradientCycles_data()
     QTest::newRow("itself") << QStringLiteral("<linearGradient id=\"a\" xlink:href=\"#a\"/>");
     QTest::newRow("each other") << QStringLiteral("<linearGradient id=\"a\" xlink:href=\"#b\"/>"
                                                   "<linearGradient id=\"b\" xlink:href=\"#a\"/>");
-    QTest::newRow("ring of three") << QStringLiteral("<radialGradient id=\"a\" xlink:href=\"#c\"/>"
-                                                     "<linearGradient id=\"b\" xlink:href=\"#a\"/>"
-                                                     "<linearGradient id=\"c\" xlink:href=\"#b\"/>");
+    QTest::newRow("ring of three")
+            << QStringLiteral("<radialGradient id=\"a\" xlink:href=\"#c\"/>"
+                              "<linearGradient id=\"b\" xlink:href=\"#a\"/>"
+                              "<linearGradient id=\"c\" xlink:href=\"#b\"/>");
 }
 
 /// A gradient without colours fills nothing.
@@ -873,10 +875,11 @@ void BadInputTest::bearsAnyBounds()
 {
     QFETCH(QRectF, bounds);
     QFETCH(bool, isDrawn);
-    SvgDocument document(svg(QStringLiteral("<rect width=\"96\" height=\"64\" fill=\"#ff0000\">"
-                                            "<animate attributeName=\"fill\" from=\"#00ff00\""
-                                            " to=\"#0000ff\" dur=\"1s\"/></rect>"
-                                            "<clipPath><rect width=\"96\" height=\"64\"/></clipPath>")));
+    SvgDocument document(
+            svg(QStringLiteral("<rect width=\"96\" height=\"64\" fill=\"#ff0000\">"
+                               "<animate attributeName=\"fill\" from=\"#00ff00\""
+                               " to=\"#0000ff\" dur=\"1s\"/></rect>"
+                               "<clipPath><rect width=\"96\" height=\"64\"/></clipPath>")));
     document.setBounds(bounds);
     QCOMPARE(drawsNothing(document), !isDrawn);
     const std::unique_ptr<SvgDocument> clipping(document.makeClippingDocument());

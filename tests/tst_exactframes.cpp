@@ -58,9 +58,10 @@ QString manyTransforms(int count)
 {
     QString content;
     for (int i = 0; i < count; ++i) {
-        const QString motion = i % 2 == 0 ? QStringLiteral("type=\"translate\" from=\"0 0\" to=\"240 90\"")
-                                          : QStringLiteral("type=\"rotate\" from=\"0 160 90\""
-                                                           " to=\"360 160 90\"");
+        const QString motion = i % 2 == 0
+                ? QStringLiteral("type=\"translate\" from=\"0 0\" to=\"240 90\"")
+                : QStringLiteral("type=\"rotate\" from=\"0 160 90\""
+                                 " to=\"360 160 90\"");
         content += QStringLiteral("<rect x=\"%1\" y=\"%2\" width=\"5\" height=\"3\" fill=\"#%3\">"
                                   "<animateTransform attributeName=\"transform\" %4 dur=\"%5ms\""
                                   " repeatCount=\"indefinite\"/></rect>")
@@ -105,14 +106,15 @@ QString everyPlace()
     const QString color =
             QStringLiteral("<animateColor attributeName=\"fill\" from=\"#000000\" to=\"#ffffff\""
                            " dur=\"300ms\" repeatCount=\"indefinite\"/>");
-    return svg(QStringLiteral("<defs><g id=\"d\">%1<rect width=\"20\" height=\"9\">%2</rect></g></defs>"
-                              "<use xlink:href=\"#d\">%1</use><use y=\"30\" xlink:href=\"#d\"/>"
-                              "<switch>%1<circle cx=\"20\" cy=\"80\" r=\"8\">%2</circle></switch>"
-                              "<g>%1<g>%1<ellipse cx=\"9\" cy=\"40\" rx=\"9\" ry=\"3\"/></g></g>"
-                              "<text x=\"9\" y=\"110\" font-size=\"20\">%1a<tspan>%2b</tspan>c</text>"
-                              "<polygon points=\"9,120 30,130 4,140\">%1%2"
-                              "<animate attributeName=\"opacity\" from=\"1\" to=\"0.2\" dur=\"1s\"/>"
-                              "</polygon>")
+    return svg(QStringLiteral(
+                       "<defs><g id=\"d\">%1<rect width=\"20\" height=\"9\">%2</rect></g></defs>"
+                       "<use xlink:href=\"#d\">%1</use><use y=\"30\" xlink:href=\"#d\"/>"
+                       "<switch>%1<circle cx=\"20\" cy=\"80\" r=\"8\">%2</circle></switch>"
+                       "<g>%1<g>%1<ellipse cx=\"9\" cy=\"40\" rx=\"9\" ry=\"3\"/></g></g>"
+                       "<text x=\"9\" y=\"110\" font-size=\"20\">%1a<tspan>%2b</tspan>c</text>"
+                       "<polygon points=\"9,120 30,130 4,140\">%1%2"
+                       "<animate attributeName=\"opacity\" from=\"1\" to=\"0.2\" dur=\"1s\"/>"
+                       "</polygon>")
                        .arg(motion, color));
 }
 
@@ -225,8 +227,7 @@ public:
     {
         return m_started
                 && std::all_of(m_processes.begin(), m_processes.end(), [](const auto &process) {
-                       return process->state() == QProcess::Running
-                               && !process->waitForFinished(0);
+                       return process->state() == QProcess::Running && !process->waitForFinished(0);
                    });
     }
 
@@ -322,8 +323,7 @@ void ExactFramesTest::addTitles()
     QTest::newRow("2,000 moving shapes") << manyTransforms(2000);
     QTest::newRow("1,000 colours and 1,000 attributes") << manyColorsAndAttributes(1000);
     QTest::newRow("animations in every place") << everyPlace();
-    QTest::newRow("nested svg")
-            << nestedSvg(QString(), moving(QStringLiteral("dur=\"800ms\"")));
+    QTest::newRow("nested svg") << nestedSvg(QString(), moving(QStringLiteral("dur=\"800ms\"")));
 }
 
 void ExactFramesTest::hasTemplatesToDraw()
@@ -419,8 +419,8 @@ void ExactFramesTest::holdsTheAnimationsOfANestedSvg()
 {
     QFETCH(int, ms);
     QFETCH(QString, transform);
-    const auto document =
-            smallDocument(nestedSvg(QString(), moving(QStringLiteral("begin=\"100ms\" dur=\"1s\""))));
+    const auto document = smallDocument(
+            nestedSvg(QString(), moving(QStringLiteral("begin=\"100ms\" dur=\"1s\""))));
     QCOMPARE(document->animationDurationTotal(), 1100);
     const auto twin = smallDocument(nestedSvg(transform, QString()));
     COMPARE_PICTURES(renderAt(*document, ms), renderAt(*twin, 0), 0);

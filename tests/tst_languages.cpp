@@ -10,8 +10,8 @@
 
 #include <map>
 
-// Titles in every script: as text, in attributes, in ids that other elements refer to, and as values
-// of animations. Whatever is played, adjusted and saved, no letter of them changes.
+// Titles in every script: as text, in attributes, in ids that other elements refer to, and as
+// values of animations. Whatever is played, adjusted and saved, no letter of them changes.
 
 namespace {
 
@@ -60,27 +60,28 @@ QString title(const Sample &sample, const Frame &frame, const QString &fill, For
     if (form != Form::Still) {
         showing = QStringLiteral("<animate attributeName=\"visibility\" values=\"visible;hidden\""
                                  " begin=\"0.5s\" dur=\"2s\"/>");
-        labelling = QStringLiteral("<animate id=\"") + first
-                + QStringLiteral("\" attributeName=\"class\" begin=\"0.5s\" dur=\"3s\" values=\"")
-                + sample.words.join(QLatin1Char(';')).toHtmlEscaped() + QStringLiteral("\"/>");
+        labelling = QStringLiteral("<animate id=\"%1\" attributeName=\"class\" begin=\"0.5s\""
+                                   " dur=\"3s\" values=\"%2\"/>")
+                            .arg(first, sample.words.join(QLatin1Char(';')).toHtmlEscaped());
         const QString begin = form == Form::Template ? first + QStringLiteral(".end-3s")
                                                      : QStringLiteral("500ms");
-        moving = QStringLiteral("<animate attributeName=\"x\" from=\"2\" to=\"50\" begin=\"") + begin
-                + QStringLiteral("\" dur=\"2s\"/>");
+        moving = QStringLiteral("<animate attributeName=\"x\" from=\"2\" to=\"50\" begin=\"%1\""
+                                " dur=\"2s\"/>")
+                         .arg(begin);
     }
-    return QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\""
-                          " xmlns:xlink=\"http://www.w3.org/1999/xlink\" viewBox=\"0 0 240 120\""
-                          " font-size=\"16\" font-family=\"DejaVu Sans\"")
-            + QStringLiteral(" lang=\"") + text + QStringLiteral("\"><title>") + text
-            + QStringLiteral("</title><!-- ") + first + QStringLiteral(" --><defs><g id=\"") + second
-            + QStringLiteral("\">") + showing + QStringLiteral("<text y=\"50\" fill=\"") + fill
-            + QStringLiteral("\">") + text + QStringLiteral("</text></g></defs><use xlink:href=\"#")
-            + second + QStringLiteral("\" ") + visibility + QStringLiteral("/><text y=\"20\">")
-            + text + QStringLiteral("<tspan fill=\"") + fill + QStringLiteral("\">") + first
-            + QStringLiteral("</tspan>") + text + QStringLiteral("</text><rect x=\"") + frame.x
-            + QStringLiteral("\" y=\"60\" width=\"20\" height=\"10\" class=\"")
-            + frame.label.toHtmlEscaped() + QStringLiteral("\">") + labelling + moving
-            + QStringLiteral("</rect><text y=\"90\">") + text + QStringLiteral("</text></svg>");
+    // Given all at once, so that no text's own "%" counts.
+    return QStringLiteral(
+                   "<svg xmlns=\"http://www.w3.org/2000/svg\""
+                   " xmlns:xlink=\"http://www.w3.org/1999/xlink\" viewBox=\"0 0 240 120\""
+                   " font-size=\"16\" font-family=\"DejaVu Sans\" lang=\"%1\">"
+                   "<title>%1</title><!-- %2 -->"
+                   "<defs><g id=\"%3\">%5<text y=\"50\" fill=\"%4\">%1</text></g></defs>"
+                   "<use xlink:href=\"#%3\" %6/>"
+                   "<text y=\"20\">%1<tspan fill=\"%4\">%2</tspan>%1</text>"
+                   "<rect x=\"%7\" y=\"60\" width=\"20\" height=\"10\" class=\"%8\">%9</rect>"
+                   "<text y=\"90\">%1</text></svg>")
+            .arg(text, first, second, fill, showing, visibility, frame.x,
+                 frame.label.toHtmlEscaped(), labelling + moving);
 }
 
 /// The node and all below it, with the attributes in an order of their own.
@@ -153,7 +154,9 @@ void LanguagesTest::addLanguages()
     QTest::addColumn<QStringList>("words");
     QTest::addColumn<Played>("played");
     const auto add = [](const char *name, Played played, const QString &text,
-                        const QStringList &words) { QTest::newRow(name) << text << words << played; };
+                        const QStringList &words) {
+        QTest::newRow(name) << text << words << played;
+    };
 
     add("English", Played::WordByWord, QStringLiteral("The quick brown fox"),
         {QStringLiteral("quick"), QStringLiteral("a"), QStringLiteral("foxes")});
@@ -189,8 +192,8 @@ void LanguagesTest::addLanguages()
     add("Hebrew with points", Played::FirstForEver, letters({0x5E9, 0x5C1, 0x5B8, 0x5DC}),
         {letters({0x5E9, 0x5C1}), letters({0x5B8, 0x5DC}), letters({0x5DC})});
 
-    // Characters that take two code units each. Of a font of coloured bitmaps the renderer leaves the
-    // place blank, which the letter behind shows.
+    // Characters that take two code units each. Of a font of coloured bitmaps the renderer leaves
+    // the place blank, which the letter behind shows.
     add("emoji", Played::FirstForEver, letters({0x1F3AC, ' ', 0x1F389, 'a'}),
         {letters({0x1F3AC}), letters({0x1F389, 0x1F389}), letters({0x2728})});
     add("emoji joined to one", Played::FirstForEver,
@@ -227,8 +230,8 @@ Sample LanguagesTest::sample()
     return {text, words};
 }
 
-/// The words label the shape from 0.5 s on, for a second each; from 0.5 s to 2.5 s it moves, and the
-/// definition is shown in the first half of that.
+/// The words label the shape from 0.5 s on, for a second each; from 0.5 s to 2.5 s it moves, and
+/// the definition is shown in the first half of that.
 Frame LanguagesTest::frameAt(const Sample &sample, Played played, int ms)
 {
     Frame frame{sample.text, QStringLiteral("2"), true};

@@ -140,8 +140,7 @@ void RendererPlayedTest::transforms_data()
     QTest::newRow("twice, frozen")
             << slide(QStringLiteral("dur=\"1s\" repeatCount=\"2\" fill=\"freeze\"")) << 9000
             << QStringLiteral("translate(0 0)");
-    const QString partly =
-            slide(QStringLiteral("dur=\"1s\" repeatCount=\"2.25\" fill=\"freeze\""));
+    const QString partly = slide(QStringLiteral("dur=\"1s\" repeatCount=\"2.25\" fill=\"freeze\""));
     QTest::newRow("part of a cycle, running") << partly << 2125 << QStringLiteral("translate(4 2)");
     QTest::newRow("part of a cycle, frozen") << partly << 9000 << QStringLiteral("translate(8 4)");
     const QString half = slide(QStringLiteral("dur=\"1s\" repeatCount=\"0.5\""));
@@ -158,8 +157,7 @@ void RendererPlayedTest::transforms_data()
     const QString endless = slide(QStringLiteral("dur=\"1s\" repeatCount=\"indefinite\""));
     QTest::newRow("endless, before the begin") << endless << -1 << atRest;
     QTest::newRow("endless, first cycle") << endless << 500 << QStringLiteral("translate(16 8)");
-    QTest::newRow("endless, later cycle")
-            << endless << 100250 << QStringLiteral("translate(8 4)");
+    QTest::newRow("endless, later cycle") << endless << 100250 << QStringLiteral("translate(8 4)");
     QTest::newRow("endless, start of a later cycle")
             << endless << 3000 << QStringLiteral("translate(0 0)");
     QTest::newRow("endless, latest time")
@@ -199,9 +197,9 @@ void RendererPlayedTest::playsAnyTypeOfTransform_data()
                                  << QStringLiteral("translate(20 26)");
     QTest::newRow("scale") << QStringLiteral("type=\"scale\" from=\"1 1\" to=\"2 3\"")
                            << QStringLiteral("scale(1.5 2)") << QStringLiteral("scale(2 3)");
-    QTest::newRow("scale by one number") << QStringLiteral("type=\"scale\" from=\"1\" to=\"3\"")
-                                         << QStringLiteral("scale(2)")
-                                         << QStringLiteral("scale(3)");
+    QTest::newRow("scale by one number")
+            << QStringLiteral("type=\"scale\" from=\"1\" to=\"3\"") << QStringLiteral("scale(2)")
+            << QStringLiteral("scale(3)");
     QTest::newRow("scale that shrinks")
             << QStringLiteral("type=\"scale\" from=\"2 2\" to=\"0.5 1\"")
             << QStringLiteral("scale(1.25 1.5)") << QStringLiteral("scale(0.5 1)");
@@ -246,8 +244,8 @@ void RendererPlayedTest::addsTransforms_data()
     const QString sum = slide(QStringLiteral("additive=\"sum\"") + second);
     const QString scaleSum = animateTransform(
             QStringLiteral("type=\"scale\" from=\"1\" to=\"2\" additive=\"sum\"") + second);
-    const QString scaleReplace = animateTransform(
-            QStringLiteral("type=\"scale\" from=\"1\" to=\"2\"") + second);
+    const QString scaleReplace =
+            animateTransform(QStringLiteral("type=\"scale\" from=\"1\" to=\"2\"") + second);
 
     QTest::newRow("replace") << replace << QStringLiteral("translate(16 8)");
     QTest::newRow("sum") << sum << QStringLiteral("translate(2 1) translate(16 8)");
@@ -269,12 +267,10 @@ void RendererPlayedTest::addsTransforms_data()
     QTest::newRow("a replacing one that is frozen")
             << sum + slide(QStringLiteral("begin=\"-600ms\" fill=\"freeze\"") + second)
             << QStringLiteral("translate(32 16)");
-    QTest::newRow("an added one that has not begun")
-            << replace
+    QTest::newRow("an added one that has not begun") << replace
                     + animateTransform(QStringLiteral("type=\"scale\" from=\"1\" to=\"2\""
                                                       " additive=\"sum\" begin=\"501ms\"")
-                                       + second)
-            << QStringLiteral("translate(16 8)");
+                                       + second) << QStringLiteral("translate(16 8)");
 }
 
 void RendererPlayedTest::addsTransforms()
@@ -305,30 +301,29 @@ void RendererPlayedTest::colors_data()
     QTest::newRow("behind the end") << once << 2001 << QStringLiteral("#ff8040") << blue;
     QTest::newRow("long behind the end") << once << highest << QStringLiteral("#ff8040") << blue;
     QTest::newRow("long before the begin") << once << lowest << gray << blue;
-    QTest::newRow("frozen")
-            << animateColor(QStringLiteral("attributeName=\"fill\" from=\"#000000\" to=\"#ff8040\""
-                                           " dur=\"1s\" fill=\"freeze\""))
-            << 5000 << QStringLiteral("#ff8040") << blue;
+    QTest::newRow("frozen") << animateColor(
+            QStringLiteral("attributeName=\"fill\" from=\"#000000\" to=\"#ff8040\""
+                           " dur=\"1s\" fill=\"freeze\""))
+                            << 5000 << QStringLiteral("#ff8040") << blue;
 
-    QTest::newRow("outline")
-            << animateColor(QStringLiteral("attributeName=\"stroke\" from=\"#000000\""
-                                           " to=\"#ff8040\" dur=\"1s\""))
-            << 250 << gray << QStringLiteral("#3f2010");
-    QTest::newRow("names of colours")
-            << animateColor(QStringLiteral(
-                       "attributeName=\"fill\" from=\"black\" to=\"white\" dur=\"1s\""))
-            << 500 << QStringLiteral("#7f7f7f") << blue;
+    QTest::newRow("outline") << animateColor(
+            QStringLiteral("attributeName=\"stroke\" from=\"#000000\""
+                           " to=\"#ff8040\" dur=\"1s\""))
+                             << 250 << gray << QStringLiteral("#3f2010");
+    QTest::newRow("names of colours") << animateColor(
+            QStringLiteral("attributeName=\"fill\" from=\"black\" to=\"white\" dur=\"1s\""))
+                                      << 500 << QStringLiteral("#7f7f7f") << blue;
 
-    const QString three = animateColor(QStringLiteral(
-            "attributeName=\"fill\" values=\"#000000;#804020;#00ff00\" dur=\"1s\""));
+    const QString three = animateColor(
+            QStringLiteral("attributeName=\"fill\" values=\"#000000;#804020;#00ff00\" dur=\"1s\""));
     QTest::newRow("three colours, first half") << three << 250 << QStringLiteral("#402010") << blue;
     QTest::newRow("three colours, middle") << three << 500 << QStringLiteral("#804020") << blue;
     QTest::newRow("three colours, second half")
             << three << 750 << QStringLiteral("#409f10") << blue;
 
-    const QString endless = animateColor(QStringLiteral(
-            "attributeName=\"fill\" from=\"#000000\" to=\"#ff8040\" dur=\"1s\""
-            " repeatCount=\"indefinite\""));
+    const QString endless = animateColor(
+            QStringLiteral("attributeName=\"fill\" from=\"#000000\" to=\"#ff8040\" dur=\"1s\""
+                           " repeatCount=\"indefinite\""));
     QTest::newRow("endless, later cycle") << endless << 7250 << QStringLiteral("#3f2010") << blue;
     QTest::newRow("endless, before the begin") << endless << -1 << gray << blue;
     QTest::newRow("part of a cycle")
@@ -344,8 +339,8 @@ void RendererPlayedTest::colors()
     QFETCH(QString, fill);
     QFETCH(QString, stroke);
     const QString still = QStringLiteral("fill=\"%1\" stroke=\"%2\" stroke-width=\"3\"");
-    SvgDocument document(title(shape(
-            still.arg(QStringLiteral("#808080"), QStringLiteral("#0000ff")), animation)));
+    SvgDocument document(title(
+            shape(still.arg(QStringLiteral("#808080"), QStringLiteral("#0000ff")), animation)));
     QVERIFY(document.isLoaded());
     SvgDocument twin(title(shape(still.arg(fill, stroke))));
     COMPARE_PICTURES(renderAt(document, ms), renderAt(twin, 0), 0);
@@ -378,8 +373,7 @@ void RendererPlayedTest::playsInEveryPlace_data()
     addElement("text", QStringLiteral("<text x=\"4\" y=\"20\" font-size=\"16\""),
                QStringLiteral("Tide"), end.arg(QStringLiteral("text")));
     addElement("text with a tspan", QStringLiteral("<text x=\"4\" y=\"20\" font-size=\"16\""),
-               QStringLiteral("T<tspan fill=\"red\">ide</tspan>"),
-               end.arg(QStringLiteral("text")));
+               QStringLiteral("T<tspan fill=\"red\">ide</tspan>"), end.arg(QStringLiteral("text")));
     addElement("group", QStringLiteral("<g"), shape(QString()), end.arg(QStringLiteral("g")));
     addElement("group in groups", QStringLiteral("<g transform=\"scale(0.5)\"><g><g"),
                shape(QString()), QStringLiteral("</g></g></g>"));
@@ -399,8 +393,9 @@ void RendererPlayedTest::playsInEveryPlace_data()
                               "<use x=\"30\" y=\"10\" xlink:href=\"#d\"/>"));
     addElement("inside a definition that is used", QStringLiteral("<defs><g id=\"d\"><g"),
                shape(QString()), QStringLiteral("</g></g></defs><use xlink:href=\"#d\"/>"));
-    addElement("use", QStringLiteral("<defs><g id=\"d\">%1</g></defs><use xlink:href=\"#d\"")
-                              .arg(shape(QString())),
+    addElement("use",
+               QStringLiteral("<defs><g id=\"d\">%1</g></defs><use xlink:href=\"#d\"")
+                       .arg(shape(QString())),
                QString(), end.arg(QStringLiteral("use")));
     addElement("use in a definition",
                QStringLiteral("<defs>%1<g id=\"e\"><use xlink:href=\"#d\"")
@@ -423,10 +418,11 @@ void RendererPlayedTest::playsInEveryPlace()
     QFETCH(QString, content);
     QFETCH(QString, twin);
     // The same whether the animation runs for the first time, is frozen, or repeats for ever.
-    const QStringList timings{QStringLiteral("dur=\"1s\""),
-                              QStringLiteral("begin=\"-9s\" dur=\"1s\" repeatCount=\"2.5\""
-                                             " fill=\"freeze\""),
-                              QStringLiteral("begin=\"-9s\" dur=\"1s\" repeatCount=\"indefinite\"")};
+    const QStringList timings{
+            QStringLiteral("dur=\"1s\""),
+            QStringLiteral("begin=\"-9s\" dur=\"1s\" repeatCount=\"2.5\""
+                           " fill=\"freeze\""),
+            QStringLiteral("begin=\"-9s\" dur=\"1s\" repeatCount=\"indefinite\"")};
     SvgDocument still(title(QString(twin).replace(
             QStringLiteral("%1"), QStringLiteral("transform=\"translate(16 8)\""))));
     for (const QString &timing : timings) {
@@ -466,10 +462,10 @@ void RendererPlayedTest::playsBesideAnimatedAttributes()
                   {0, "translate(2 1)", "10"},    {1000, "translate(0 0)", "20"},
                   {3000, "translate(2 1)", "10"}, {1750, "translate(24 12)", "35"}};
     for (const auto &frame : frames) {
-        SvgDocument twin(title(
-                shape(QStringLiteral("transform=\"%1\"").arg(QLatin1String(frame.transform)))
-                + content.arg(QStringLiteral("width=\"%1\"").arg(QLatin1String(frame.width)),
-                              QString())));
+        SvgDocument twin(
+                title(shape(QStringLiteral("transform=\"%1\"").arg(QLatin1String(frame.transform)))
+                      + content.arg(QStringLiteral("width=\"%1\"").arg(QLatin1String(frame.width)),
+                                    QString())));
         COMPARE_PICTURES(renderAt(document, frame.ms), renderAt(twin, 0), 0);
     }
 }
@@ -600,11 +596,11 @@ void RendererPlayedTest::bearsExtremeValues_data()
                                       << QStringLiteral("translate(0 0)");
     QTest::newRow("no numbers") << QStringLiteral("type=\"translate\" values=\"a b;c d\"")
                                 << QStringLiteral("translate(0 0)");
-    QTest::newRow("not a number") << QStringLiteral("type=\"translate\" from=\"nan nan\" to=\"nan\"")
+    QTest::newRow("not a number") << QStringLiteral(
+            "type=\"translate\" from=\"nan nan\" to=\"nan\"")
                                   << QStringLiteral("translate(0 0)");
-    QTest::newRow("infinite")
-            << QStringLiteral("type=\"translate\" from=\"0 0\" to=\"inf inf\"")
-            << QStringLiteral("translate(0 0)");
+    QTest::newRow("infinite") << QStringLiteral("type=\"translate\" from=\"0 0\" to=\"inf inf\"")
+                              << QStringLiteral("translate(0 0)");
     QTest::newRow("beyond a double")
             << QStringLiteral("type=\"translate\" from=\"4 2\" to=\"1e400 -1e400\"")
             << QStringLiteral("translate(2 1)");
@@ -613,11 +609,11 @@ void RendererPlayedTest::bearsExtremeValues_data()
             << QStringLiteral("translate(2 1)");
     QTest::newRow("far away") << QStringLiteral("type=\"translate\" from=\"0 0\" to=\"1e30 0\"")
                               << QString();
-    QTest::newRow("shrunk to nothing") << QStringLiteral("type=\"scale\" from=\"1\" to=\"-1\"")
-                                       << QString();
-    QTest::newRow("turned often")
-            << QStringLiteral("type=\"rotate\" from=\"0 40 30\" to=\"7200090 40 30\"")
-            << QStringLiteral("rotate(45 40 30)");
+    QTest::newRow("shrunk to nothing")
+            << QStringLiteral("type=\"scale\" from=\"1\" to=\"-1\"") << QString();
+    QTest::newRow("turned often") << QStringLiteral(
+            "type=\"rotate\" from=\"0 40 30\" to=\"7200090 40 30\"")
+                                  << QStringLiteral("rotate(45 40 30)");
 }
 
 void RendererPlayedTest::bearsExtremeValues()
@@ -648,25 +644,22 @@ void RendererPlayedTest::leavesOutWhatTheRendererCantRead_data()
     QTest::newRow("endless duration") << slide(QStringLiteral("dur=\"indefinite\""));
     QTest::newRow("duration that is no number") << slide(QStringLiteral("dur=\"nan\""));
     QTest::newRow("begin that is no number") << slide(QStringLiteral("begin=\"nan\" dur=\"1s\""));
-    QTest::newRow("no type")
-            << animateTransform(QStringLiteral("from=\"9 9\" to=\"1 1\" dur=\"1s\""));
-    QTest::newRow("unknown type")
-            << animateTransform(
-                       QStringLiteral("type=\"matrix\" from=\"9 9\" to=\"1 1\" dur=\"1s\""));
-    QTest::newRow("no values")
-            << animateTransform(QStringLiteral("type=\"translate\" dur=\"1s\""));
-    QTest::newRow("empty values")
-            << animateTransform(QStringLiteral("type=\"translate\" values=\"\" dur=\"1s\""));
+    QTest::newRow("no type") << animateTransform(
+            QStringLiteral("from=\"9 9\" to=\"1 1\" dur=\"1s\""));
+    QTest::newRow("unknown type") << animateTransform(
+            QStringLiteral("type=\"matrix\" from=\"9 9\" to=\"1 1\" dur=\"1s\""));
+    QTest::newRow("no values") << animateTransform(QStringLiteral("type=\"translate\" dur=\"1s\""));
+    QTest::newRow("empty values") << animateTransform(
+            QStringLiteral("type=\"translate\" values=\"\" dur=\"1s\""));
     QTest::newRow("empty from and to")
             << animateTransform(QStringLiteral("type=\"translate\" from=\"\" to=\"\" dur=\"1s\""));
     QTest::newRow("from alone") << animateTransform(from + QStringLiteral("dur=\"1s\""));
-    QTest::newRow("to alone")
-            << animateTransform(QStringLiteral("type=\"translate\" to=\"9 9\" dur=\"1s\""));
+    QTest::newRow("to alone") << animateTransform(
+            QStringLiteral("type=\"translate\" to=\"9 9\" dur=\"1s\""));
     QTest::newRow("colours without duration")
             << animateColor(QStringLiteral("attributeName=\"fill\" from=\"red\" to=\"blue\""));
-    QTest::newRow("colours with a negative duration")
-            << animateColor(
-                       QStringLiteral("attributeName=\"fill\" from=\"red\" to=\"blue\" dur=\"-1s\""));
+    QTest::newRow("colours with a negative duration") << animateColor(
+            QStringLiteral("attributeName=\"fill\" from=\"red\" to=\"blue\" dur=\"-1s\""));
 }
 
 void RendererPlayedTest::leavesOutWhatTheRendererCantRead()
@@ -734,15 +727,14 @@ void RendererPlayedTest::acceptsTimesWithinInt_data()
 {
     QTest::addColumn<QString>("timing");
     QTest::addColumn<int>("length");
-    QTest::newRow("latest end")
-            << QStringLiteral("begin=\"2147483645ms\" dur=\"1ms\"") << highest - 1;
+    QTest::newRow("latest end") << QStringLiteral("begin=\"2147483645ms\" dur=\"1ms\"")
+                                << highest - 1;
     QTest::newRow("longest duration") << QStringLiteral("dur=\"2147483646ms\"") << highest - 1;
     QTest::newRow("late begin that duration takes back")
             << QStringLiteral("begin=\"-2147483647ms\" dur=\"2147483646ms\"") << 0;
     QTest::newRow("begin beyond a float") << QStringLiteral("begin=\"1e400s\" dur=\"1s\"") << 1000;
     QTest::newRow("begin of 300 digits")
-            << QStringLiteral("begin=\"%1\" dur=\"1s\"").arg(QString(300, QLatin1Char('0')))
-            << -1;
+            << QStringLiteral("begin=\"%1\" dur=\"1s\"").arg(QString(300, QLatin1Char('0'))) << -1;
 }
 
 void RendererPlayedTest::acceptsTimesWithinInt()
@@ -793,9 +785,9 @@ void RendererPlayedTest::bearsTimesThatAreAnimated_data()
     QTest::addColumn<QString>("animate");
     QTest::addColumn<int>("ms");
     QTest::addColumn<QString>("transform");
-    QTest::newRow("harmless")
-            << QStringLiteral("<animate attributeName=\"begin\" from=\"2\" to=\"4\" dur=\"8s\"/>")
-            << 4000 << QStringLiteral("translate(32 16)");
+    QTest::newRow("harmless") << QStringLiteral(
+            "<animate attributeName=\"begin\" from=\"2\" to=\"4\" dur=\"8s\"/>")
+                              << 4000 << QStringLiteral("translate(32 16)");
     QTest::newRow("begin far below 0")
             << QStringLiteral("<animate attributeName=\"begin\" from=\"-2147483.5\""
                               " to=\"-2147483.5\" dur=\"1s\" fill=\"freeze\"/>")
