@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "WarningFreeTest.h"
+#include "TreeTest.h"
 
 #include <Scene/AdjustableAttribute.h>
 
@@ -15,13 +15,6 @@ static_assert(!std::is_polymorphic<AdjustableAttribute>::value,
               "an adjustable attribute has no virtual functions");
 
 namespace {
-
-QDomDocument parsed(const QString &text)
-{
-    QDomDocument document;
-    document.setContent(text);
-    return document;
-}
 
 } // namespace
 

@@ -17,33 +17,12 @@ const QString fill = QStringLiteral("fill");
 const QString stroke = QStringLiteral("stroke");
 const QString mark = QStringLiteral("adjusted");
 
-QString svg(const QString &content)
-{
-    return QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\""
-                          " xmlns:xlink=\"http://www.w3.org/1999/xlink\""
-                          " viewBox=\"0 0 100 50\">%1</svg>")
-            .arg(content);
-}
-
 /// Two shapes "a" and "b", both with a fill.
 QString twoShapes()
 {
-    return svg(QStringLiteral(
+    return svgTitle(QStringLiteral(
             "<rect id=\"a\" x=\"0\" width=\"20\" height=\"20\" fill=\"#ff0000\"/>"
             "<rect id=\"b\" x=\"40\" width=\"20\" height=\"20\" fill=\"#0000ff\"/>"));
-}
-
-QByteArray textOf(SvgDocument &document)
-{
-    document.seek(0);
-    return document.readAll();
-}
-
-QDomDocument savedTree(SvgDocument &document)
-{
-    QDomDocument tree;
-    tree.setContent(textOf(document));
-    return tree;
 }
 
 /// The values of an attribute on all elements that have it, in document order: "a=1 b=2".
@@ -154,7 +133,8 @@ void AdjustmentTest::replacesOnlyColorsOfItsOwn()
     QFETCH(QString, value);
     QFETCH(bool, adjustable);
     for (const QString &name : {fill, stroke}) {
-        const QString text = svg(QStringLiteral("<rect id=\"a\" %1=\"%2\"/>").arg(name, value));
+        const QString text =
+                svgTitle(QStringLiteral("<rect id=\"a\" %1=\"%2\"/>").arg(name, value));
         SvgDocument document(text);
         document.prepareAdjustedAttibutes({name});
         document.adjustAttribute(name, mark);
@@ -179,7 +159,7 @@ void AdjustmentTest::replacesOtherAttributesWhateverTheyHold()
 {
     QFETCH(QString, name);
     QFETCH(QString, value);
-    SvgDocument document(svg(QStringLiteral("<rect %1=\"%2\"/>").arg(name, value)));
+    SvgDocument document(svgTitle(QStringLiteral("<rect %1=\"%2\"/>").arg(name, value)));
     document.prepareAdjustedAttibutes({name});
     document.adjustAttribute(name, mark);
     QCOMPARE(savedTree(document).documentElement().firstChildElement().attribute(name), mark);
@@ -191,10 +171,9 @@ void AdjustmentTest::knowsTheFillOfAnimations_data()
     QTest::addColumn<bool>("adjustable");
     QTest::newRow("animate") << QStringLiteral("<animate %1/>") << false;
     QTest::newRow("animateMotion") << QStringLiteral("<animateMotion %1/>") << false;
-    QTest::newRow("animateColor")
-            << QStringLiteral("<animateColor attributeName=\"fill\" from=\"red\" to=\"blue\""
-                              " dur=\"1s\" %1/>")
-            << false;
+    QTest::newRow("animateColor") << QStringLiteral(
+            "<animateColor attributeName=\"fill\" from=\"red\" to=\"blue\""
+            " dur=\"1s\" %1/>") << false;
     QTest::newRow("animateTransform")
             << QStringLiteral("<animateTransform attributeName=\"transform\" type=\"rotate\""
                               " from=\"0\" to=\"9\" dur=\"1s\" %1/>")
@@ -209,8 +188,8 @@ void AdjustmentTest::knowsTheFillOfAnimations()
     QFETCH(QString, element);
     QFETCH(bool, adjustable);
     const QString attributes = QStringLiteral("id=\"e\" fill=\"freeze\" stroke=\"freeze\"");
-    SvgDocument document(
-            svg(QStringLiteral("<rect id=\"r\" fill=\"red\">%1</rect>").arg(element.arg(attributes))));
+    SvgDocument document(svgTitle(
+            QStringLiteral("<rect id=\"r\" fill=\"red\">%1</rect>").arg(element.arg(attributes))));
     document.prepareAdjustedAttibutes({fill, stroke});
     document.adjustAttribute(fill, mark);
     QCOMPARE(savedValues(document, fill),
@@ -229,8 +208,7 @@ void AdjustmentTest::replacesOnAllElementsThatHaveTheAttribute()
             " fill=\"6\">words</tspan></text></svg>"));
     document.prepareAdjustedAttibutes({fill});
     document.adjustAttribute(fill, QStringLiteral("x"));
-    const QString expected =
-            QStringLiteral("root=x defs=x clip=x deep=x none=none text=x span=x");
+    const QString expected = QStringLiteral("root=x defs=x clip=x deep=x none=none text=x span=x");
     QCOMPARE(savedValues(document, fill), expected);
     QCOMPARE(values(document, document.documentRoot(), fill), expected);
 }
@@ -315,11 +293,11 @@ void AdjustmentTest::savesOtherChangesOfTheTreeAlong()
 
 void AdjustmentTest::savesEvenWhenTheValueStays()
 {
-    const QString text = svg(QStringLiteral("<rect id=\"a\" fill=\"red\"/>"));
+    const QString text = svgTitle(QStringLiteral("<rect id=\"a\" fill=\"red\"/>"));
     SvgDocument document(text);
     document.prepareAdjustedAttibutes({fill});
     document.adjustAttribute(fill, QStringLiteral("red"));
-    QVERIFY(textOf(document).contains("\n <rect "));
+    QVERIFY(savedText(document).contains("\n <rect "));
     QCOMPARE(savedValues(document, fill), QStringLiteral("a=red"));
 }
 
@@ -340,7 +318,7 @@ void AdjustmentTest::escapesValues()
     document.prepareAdjustedAttibutes({fill});
     document.adjustAttribute(fill, value);
     QCOMPARE(savedValues(document, fill), QStringLiteral("a=%1 b=%1").arg(value));
-    QVERIFY(SvgDocument(QString::fromUtf8(textOf(document))).isLoaded());
+    QVERIFY(SvgDocument(QString::fromUtf8(savedText(document))).isLoaded());
 }
 
 void AdjustmentTest::leavesForbiddenCharactersOut_data()
@@ -348,10 +326,10 @@ void AdjustmentTest::leavesForbiddenCharactersOut_data()
     QTest::addColumn<QString>("value");
     QTest::newRow("control characters")
             << QStringLiteral("re") + QChar(1) + QChar(0) + QStringLiteral("d") + QChar(0x1F);
-    QTest::newRow("high surrogate alone") << QStringLiteral("re") + QChar(0xD83C)
-                    + QStringLiteral("d");
-    QTest::newRow("low surrogate alone") << QStringLiteral("re") + QChar(0xDFAC)
-                    + QStringLiteral("d");
+    QTest::newRow("high surrogate alone")
+            << QStringLiteral("re") + QChar(0xD83C) + QStringLiteral("d");
+    QTest::newRow("low surrogate alone")
+            << QStringLiteral("re") + QChar(0xDFAC) + QStringLiteral("d");
     QTest::newRow("surrogates in the wrong order")
             << QStringLiteral("re") + QChar(0xDFAC) + QChar(0xD83C) + QStringLiteral("d");
     QTest::newRow("no characters") << QStringLiteral("red") + QChar(0xFFFE) + QChar(0xFFFF);
@@ -381,22 +359,27 @@ void AdjustmentTest::savesValuesOfAnyLength()
 {
     QFETCH(QString, letter);
     const QString words = letter.repeated(30);
-    SvgDocument document(svg(QStringLiteral("<rect id=\"a\" width=\"20\" height=\"20\" fill=\"\"/>"
-                                            "<text y=\"40\" font-size=\"8\">%1</text>")
-                                     .arg(words)));
+    SvgDocument document(
+            svgTitle(QStringLiteral("<rect id=\"a\" width=\"20\" height=\"20\" fill=\"\"/>"
+                                    "<text y=\"40\" font-size=\"8\">%1</text>")
+                             .arg(words)));
     document.prepareAdjustedAttibutes({fill});
     document.adjustAttribute(fill, QStringLiteral("#00ff00"));
     const QImage expected = renderAt(document, 0);
-    const QByteArray green = textOf(document);
+    const QByteArray green = savedText(document);
     for (int length = 0; length < 150; ++length) {
         document.adjustAttribute(fill, QString(length, QLatin1Char('y')));
         QCOMPARE(savedValues(document, fill),
                  QStringLiteral("a=%1").arg(QString(length, QLatin1Char('y'))));
         document.adjustAttribute(fill, QStringLiteral("#00ff00"));
         QCOMPARE(document.size(), qint64(green.size()));
-        QCOMPARE(textOf(document), green);
+        QCOMPARE(savedText(document), green);
         QVERIFY(document.data().startsWith(green));
-        QCOMPARE(savedTree(document).elementsByTagName(QStringLiteral("text")).at(0).toElement().text(),
+        QCOMPARE(savedTree(document)
+                         .elementsByTagName(QStringLiteral("text"))
+                         .at(0)
+                         .toElement()
+                         .text(),
                  words);
         COMPARE_PICTURES(renderAt(document, 0), expected, 0);
     }
@@ -423,9 +406,13 @@ void AdjustmentTest::adjustsTextWithADeclaredEncoding()
         document.adjustAttribute(fill, QString::fromLatin1(value));
         QCOMPARE(savedValues(document, fill),
                  QStringLiteral("a=%1 b=%1").arg(QLatin1String(value)));
-        QCOMPARE(savedTree(document).elementsByTagName(QStringLiteral("text")).at(0).toElement().text(),
+        QCOMPARE(savedTree(document)
+                         .elementsByTagName(QStringLiteral("text"))
+                         .at(0)
+                         .toElement()
+                         .text(),
                  words);
-        QVERIFY(textOf(document).contains(words.toUtf8()));
+        QVERIFY(savedText(document).contains(words.toUtf8()));
         QCOMPARE(renderAt(document, 0).pixelColor(5, 5), QColor(QLatin1String(value)));
     }
 }
@@ -439,7 +426,7 @@ void AdjustmentTest::preparesFromTheText()
     document.adjustAttribute(stroke, mark);
     QCOMPARE(savedValues(document, stroke), QString());
 
-    writeText(document, svg(QStringLiteral("<g/><g/><g id=\"g\" stroke=\"red\"/>")));
+    writeText(document, svgTitle(QStringLiteral("<g/><g/><g id=\"g\" stroke=\"red\"/>")));
     document.prepareAdjustedAttibutes({fill, stroke});
     document.adjustAttribute(stroke, mark);
     document.adjustAttribute(fill, mark);
@@ -449,7 +436,7 @@ void AdjustmentTest::preparesFromTheText()
 
 void AdjustmentTest::preparesAnew()
 {
-    SvgDocument document(svg(QStringLiteral("<g id=\"a\" fill=\"1\" stroke=\"2\"/>")));
+    SvgDocument document(svgTitle(QStringLiteral("<g id=\"a\" fill=\"1\" stroke=\"2\"/>")));
     document.prepareAdjustedAttibutes({fill, fill});
     document.prepareAdjustedAttibutes({stroke});
     document.adjustAttribute(fill, mark);
@@ -463,7 +450,8 @@ void AdjustmentTest::preparesAnew()
 
 void AdjustmentTest::preparesWhatAnAdjustmentMadeAdjustable()
 {
-    SvgDocument document(svg(QStringLiteral("<g id=\"a\" fill=\"red\"/><g id=\"b\" fill=\"none\"/>")));
+    SvgDocument document(
+            svgTitle(QStringLiteral("<g id=\"a\" fill=\"red\"/><g id=\"b\" fill=\"none\"/>")));
     document.prepareAdjustedAttibutes({fill});
     document.adjustAttribute(fill, QStringLiteral("none"));
     document.prepareAdjustedAttibutes({fill});
@@ -473,7 +461,7 @@ void AdjustmentTest::preparesWhatAnAdjustmentMadeAdjustable()
 
 void AdjustmentTest::preparesWhatAnAnimationHasWritten()
 {
-    SvgDocument document(svg(QStringLiteral(
+    SvgDocument document(svgTitle(QStringLiteral(
             "<rect id=\"a\"><animate attributeName=\"stroke\" from=\"#000000\" to=\"#ffffff\""
             " dur=\"1s\"/></rect>")));
     document.prepareAdjustedAttibutes({stroke});
@@ -508,8 +496,9 @@ void AdjustmentTest::keepsTheFirstRecordOfAName()
 
 void AdjustmentTest::recordsWithinTheGivenNodes()
 {
-    SvgDocument document(svg(QStringLiteral("<g id=\"a\" fill=\"1\"/>words<g id=\"b\" fill=\"2\">"
-                                            "<!--note--><g id=\"c\" fill=\"3\"/></g>")));
+    SvgDocument document(
+            svgTitle(QStringLiteral("<g id=\"a\" fill=\"1\"/>words<g id=\"b\" fill=\"2\">"
+                                    "<!--note--><g id=\"c\" fill=\"3\"/></g>")));
     const QDomNode b = document.documentRoot().lastChildElement();
     document.detectAdjustableAttibute(fill, {b.firstChild(), b, b.previousSibling()});
     document.adjustAttribute(fill, mark);
@@ -518,8 +507,9 @@ void AdjustmentTest::recordsWithinTheGivenNodes()
 
 void AdjustmentTest::recordsNodesInAnyOrder()
 {
-    SvgDocument document(svg(QStringLiteral("<g id=\"a\" fill=\"1\"><g id=\"b\" fill=\"2\"/></g>"
-                                            "<g id=\"c\" fill=\"3\"/><g id=\"d\" fill=\"none\"/>")));
+    SvgDocument document(
+            svgTitle(QStringLiteral("<g id=\"a\" fill=\"1\"><g id=\"b\" fill=\"2\"/></g>"
+                                    "<g id=\"c\" fill=\"3\"/><g id=\"d\" fill=\"none\"/>")));
     std::vector<QDomNode> nodes;
     document.getAllNodes(document.documentRoot(), nodes);
     std::reverse(nodes.begin(), nodes.end());
@@ -531,11 +521,12 @@ void AdjustmentTest::recordsNodesInAnyOrder()
 
 void AdjustmentTest::staysThroughFrames()
 {
-    const QString animated = svg(QStringLiteral(
-            "<rect id=\"a\" width=\"20\" height=\"20\" fill=\"#ff0000\"><animate"
-            " attributeName=\"x\" from=\"0\" to=\"80\" dur=\"1s\"/></rect>"));
+    const QString animated = svgTitle(
+            QStringLiteral("<rect id=\"a\" width=\"20\" height=\"20\" fill=\"#ff0000\"><animate"
+                           " attributeName=\"x\" from=\"0\" to=\"80\" dur=\"1s\"/></rect>"));
     SvgDocument document(animated);
-    SvgDocument twin(QString(animated).replace(QStringLiteral("#ff0000"), QStringLiteral("#00ff00")));
+    SvgDocument twin(
+            QString(animated).replace(QStringLiteral("#ff0000"), QStringLiteral("#00ff00")));
     document.prepareAdjustedAttibutes({fill});
     QVERIFY(!isBlank(renderAt(document, 250)));
     document.adjustAttribute(fill, QStringLiteral("#00ff00"));
@@ -547,7 +538,7 @@ void AdjustmentTest::staysThroughFrames()
 /// The next frame brings the template's own value back.
 void AdjustmentTest::givesWayToAnimations()
 {
-    SvgDocument document(svg(QStringLiteral(
+    SvgDocument document(svgTitle(QStringLiteral(
             "<rect id=\"a\" fill=\"#ff0000\"><animate attributeName=\"fill\" from=\"#000000\""
             " to=\"#ffffff\" begin=\"1s\" dur=\"1s\"/></rect><rect id=\"b\" fill=\"#ff0000\"/>")));
     document.prepareAdjustedAttibutes({fill});
@@ -568,8 +559,7 @@ void AdjustmentTest::looksElementsUpByTheirPlace()
     front.setAttribute(QStringLiteral("id"), QStringLiteral("front"));
     root.insertBefore(front, root.firstChild());
     document.adjustAttribute(fill, mark);
-    QCOMPARE(savedValues(document, fill),
-             QStringLiteral("front=adjusted a=adjusted b=#0000ff"));
+    QCOMPARE(savedValues(document, fill), QStringLiteral("front=adjusted a=adjusted b=#0000ff"));
 }
 
 void AdjustmentTest::skipsElementsThatAreGone()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "WarningFreeTest.h"
+#include "TreeTest.h"
 
 #include <Scene/AnimatableAttribute.h>
 
@@ -55,13 +55,6 @@ public:
 private:
     int *m_deletions = nullptr;
 };
-
-QDomDocument parsed(const QString &text)
-{
-    QDomDocument document;
-    document.setContent(text);
-    return document;
-}
 
 /// An animation of some attribute through a number of key values.
 TimeAttribute animation(int valueCount)

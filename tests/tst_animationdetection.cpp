@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "WarningFreeTest.h"
+#include "TitleTest.h"
 
 #include <Scene/SvgDocument.h>
 
@@ -13,27 +13,12 @@
 
 namespace {
 
-QString svg(const QString &content)
-{
-    return QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\""
-                          " xmlns:xlink=\"http://www.w3.org/1999/xlink\""
-                          " viewBox=\"0 0 100 50\">%1</svg>")
-            .arg(content);
-}
-
 /// A shape with one animation of its attribute "a".
 QString svgWithAnimate(const QString &attributes)
 {
-    return svg(QStringLiteral("<rect id=\"r\" a=\"template\"><animate attributeName=\"a\" %1/></rect>")
-                       .arg(attributes));
-}
-
-QDomDocument savedTree(SvgDocument &document)
-{
-    document.seek(0);
-    QDomDocument tree;
-    tree.setContent(document.readAll());
-    return tree;
+    return svgTitle(
+            QStringLiteral("<rect id=\"r\" a=\"template\"><animate attributeName=\"a\" %1/></rect>")
+                    .arg(attributes));
 }
 
 QString attributeAt(SvgDocument &document, int ms, const QString &name = QStringLiteral("a"))
@@ -110,8 +95,8 @@ void AnimationDetectionTest::choosesTheKindByASample_data()
 
     row("words", "values=\"visible;hidden;none;inherit\"", "hidden");
     row("word at the end only", "to=\"hidden\"", "");
-    row("letters beyond ASCII",
-        "values=\"\xD0\xB4\xD0\xB0;\xD0\xBD\xD0\xB5\xD1\x82;x;y\"", "\xD0\xBD\xD0\xB5\xD1\x82");
+    row("letters beyond ASCII", "values=\"\xD0\xB4\xD0\xB0;\xD0\xBD\xD0\xB5\xD1\x82;x;y\"",
+        "\xD0\xBD\xD0\xB5\xD1\x82");
     row("words are known by their first value", "values=\"auto;1;2;3\"", "1");
     row("an empty first value makes texts", "values=\";5;6;7\"", "5");
     row("a blank first value makes texts", "values=\"  ;5;6;7\"", "5");
@@ -372,7 +357,7 @@ void AnimationDetectionTest::countsTheLatestEnd()
 {
     QFETCH(QString, content);
     QFETCH(int, latestEnd);
-    SvgDocument document(svg(content));
+    SvgDocument document(svgTitle(content));
     QVERIFY(document.isLoaded());
     QCOMPARE(document.animationDurationTotal(), latestEnd);
     int end = -1;
@@ -382,8 +367,9 @@ void AnimationDetectionTest::countsTheLatestEnd()
 
 void AnimationDetectionTest::skipsAnimationsWithoutAttributeName()
 {
-    const QString text = svg(QStringLiteral("<rect id=\"r\"><animate from=\"0\" to=\"8\" dur=\"1s\"/>"
-                                            "<animate name=\"a\" to=\"8\" dur=\"1s\"/></rect>"));
+    const QString text =
+            svgTitle(QStringLiteral("<rect id=\"r\"><animate from=\"0\" to=\"8\" dur=\"1s\"/>"
+                                    "<animate name=\"a\" to=\"8\" dur=\"1s\"/></rect>"));
     SvgDocument document(text);
     QCOMPARE(document.animationDurationTotal(), 0);
     document.applyAnimation(500);
@@ -394,14 +380,16 @@ void AnimationDetectionTest::animatesTheParent()
 {
     // Whatever else it refers to.
     SvgDocument document(
-            svg(QStringLiteral("<circle id=\"c\" a=\"template\"/><rect id=\"r\"><g id=\"g\">"
-                               "<animate xlink:href=\"#c\" href=\"#c\" targetElement=\"c\""
-                               " attributeName=\"a\" to=\"8\" dur=\"1s\"/></g></rect>")));
+            svgTitle(QStringLiteral("<circle id=\"c\" a=\"template\"/><rect id=\"r\"><g id=\"g\">"
+                                    "<animate xlink:href=\"#c\" href=\"#c\" targetElement=\"c\""
+                                    " attributeName=\"a\" to=\"8\" dur=\"1s\"/></g></rect>")));
     document.applyAnimation(500);
     const QDomDocument tree = savedTree(document);
     const auto value = [&tree](const char *tag) {
-        return tree.elementsByTagName(QLatin1String(tag)).at(0).toElement().attribute(
-                QStringLiteral("a"));
+        return tree.elementsByTagName(QLatin1String(tag))
+                .at(0)
+                .toElement()
+                .attribute(QStringLiteral("a"));
     };
     QCOMPARE(value("g"), QStringLiteral("4.000"));
     QCOMPARE(value("circle"), QStringLiteral("template"));
@@ -411,8 +399,8 @@ void AnimationDetectionTest::animatesTheParent()
 
 void AnimationDetectionTest::animatesTheRoot()
 {
-    SvgDocument document(svg(QStringLiteral("<rect/><animate attributeName=\"a\" to=\"8\""
-                                            " dur=\"1s\"/>")));
+    SvgDocument document(svgTitle(QStringLiteral("<rect/><animate attributeName=\"a\" to=\"8\""
+                                                 " dur=\"1s\"/>")));
     document.applyAnimation(500);
     QCOMPARE(savedTree(document).documentElement().attribute(QStringLiteral("a")),
              QStringLiteral("4.000"));
@@ -422,13 +410,13 @@ void AnimationDetectionTest::animatesTheRoot()
 
 void AnimationDetectionTest::leavesOtherAnimationsToTheRenderer()
 {
-    SvgDocument document(
-            svg(QStringLiteral("<rect id=\"r\"><animate attributeName=\"a\" to=\"8\" dur=\"1s\"/>"
-                               "<animateColor attributeName=\"b\" from=\"red\" to=\"blue\""
-                               " dur=\"1s\"/><animateTransform attributeName=\"c\" type=\"rotate\""
-                               " from=\"0\" to=\"8\" dur=\"1s\"/><animateMotion attributeName=\"d\""
-                               " to=\"8\" dur=\"1s\"/><set attributeName=\"e\" to=\"8\" dur=\"1s\"/>"
-                               "<Animate attributeName=\"f\" to=\"8\" dur=\"1s\"/></rect>")));
+    SvgDocument document(svgTitle(
+            QStringLiteral("<rect id=\"r\"><animate attributeName=\"a\" to=\"8\" dur=\"1s\"/>"
+                           "<animateColor attributeName=\"b\" from=\"red\" to=\"blue\""
+                           " dur=\"1s\"/><animateTransform attributeName=\"c\" type=\"rotate\""
+                           " from=\"0\" to=\"8\" dur=\"1s\"/><animateMotion attributeName=\"d\""
+                           " to=\"8\" dur=\"1s\"/><set attributeName=\"e\" to=\"8\" dur=\"1s\"/>"
+                           "<Animate attributeName=\"f\" to=\"8\" dur=\"1s\"/></rect>")));
     document.applyAnimation(500);
     const QDomElement rect =
             savedTree(document).elementsByTagName(QStringLiteral("rect")).at(0).toElement();
@@ -467,10 +455,10 @@ void AnimationDetectionTest::parsesTheTextFirst()
 
 void AnimationDetectionTest::readsRewrittenBegins()
 {
-    SvgDocument document(
-            svg(QStringLiteral("<rect a=\"template\"><animate attributeName=\"a\" values=\"on\""
-                               " begin=\"intro.end+1s\" dur=\"2s\"/><animate id=\"intro\""
-                               " attributeName=\"b\" to=\"1\" dur=\"4s\"/></rect>")));
+    SvgDocument document(svgTitle(
+            QStringLiteral("<rect a=\"template\"><animate attributeName=\"a\" values=\"on\""
+                           " begin=\"intro.end+1s\" dur=\"2s\"/><animate id=\"intro\""
+                           " attributeName=\"b\" to=\"1\" dur=\"4s\"/></rect>")));
     QCOMPARE(document.animationDurationTotal(), 7000);
     QCOMPARE(attributeAt(document, 4999), QStringLiteral("template"));
     QCOMPARE(attributeAt(document, 5000), QStringLiteral("on"));
@@ -478,7 +466,7 @@ void AnimationDetectionTest::readsRewrittenBegins()
 
 void AnimationDetectionTest::readsTextWrittenLater()
 {
-    SvgDocument document(svg(QStringLiteral("<rect/>")));
+    SvgDocument document(svgTitle(QStringLiteral("<rect/>")));
     document.seek(0);
     document.write(svgWithAnimate(QStringLiteral("to=\"8\" dur=\"3s\"")).toUtf8());
     int latestEnd = 0;
@@ -491,9 +479,10 @@ void AnimationDetectionTest::appendsToWhatItFoundBefore()
 {
     SvgDocument document(svgWithAnimate(QStringLiteral("from=\"0\" to=\"8\" dur=\"1s\"")));
     document.seek(0);
-    document.write(svg(QStringLiteral("<rect a=\"later\"><animate attributeName=\"a\" from=\"100\""
+    document.write(
+            svgTitle(QStringLiteral("<rect a=\"later\"><animate attributeName=\"a\" from=\"100\""
                                     " to=\"108\" begin=\"500ms\" dur=\"1s\"/></rect>"))
-                         .toUtf8());
+                    .toUtf8());
     int latestEnd = 0;
     document.detectAnimatableAttibutes(latestEnd);
     QCOMPARE(latestEnd, 1500);
@@ -504,8 +493,8 @@ void AnimationDetectionTest::appendsToWhatItFoundBefore()
 
 void AnimationDetectionTest::readsNothingFromBrokenText()
 {
-    SvgDocument document(QStringLiteral(
-            "<svg><rect><animate attributeName=\"a\" to=\"8\" dur=\"1s\"/></rect>"));
+    SvgDocument document(
+            QStringLiteral("<svg><rect><animate attributeName=\"a\" to=\"8\" dur=\"1s\"/></rect>"));
     int latestEnd = -1;
     document.detectAnimatableAttibutes(latestEnd);
     QCOMPARE(latestEnd, 0);

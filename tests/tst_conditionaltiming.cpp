@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "WarningFreeTest.h"
+#include "TitleTest.h"
 
 #include <Scene/SvgDocument.h>
 
@@ -71,14 +71,6 @@ QString svg(const Animations &animations)
     for (const Animation &each : animations)
         content += element(each);
     return svg(QStringLiteral("<g><animate/></g><rect>%1</rect>").arg(content));
-}
-
-QDomDocument savedTree(SvgDocument &document)
-{
-    document.seek(0);
-    QDomDocument tree;
-    tree.setContent(document.readAll());
-    return tree;
 }
 
 /// The begins of the shape's animations, in document order.
@@ -179,9 +171,14 @@ Animations randomAnimations(QRandomGenerator &random)
 {
     const QStringList ids{QStringLiteral("a"), QStringLiteral("b-b"), QStringLiteral("c+c"),
                           QStringLiteral("D"), QStringLiteral("e.e"), QStringLiteral("f")};
-    const QStringList signs{QString(),           QStringLiteral("+"),     QStringLiteral("-"),
-                            QStringLiteral(" "), QStringLiteral(" + "),   QStringLiteral("+-"),
-                            QStringLiteral("--"), QStringLiteral("-1s+")};
+    const QStringList signs{QString(),
+                            QStringLiteral("+"),
+                            QStringLiteral("-"),
+                            QStringLiteral(" "),
+                            QStringLiteral(" + "),
+                            QStringLiteral("+-"),
+                            QStringLiteral("--"),
+                            QStringLiteral("-1s+")};
     const QStringList times{QString(),
                             QStringLiteral("1s"),
                             QStringLiteral("0.5"),
@@ -288,11 +285,10 @@ void ConditionalTimingTest::resolvesBegins_data()
 
     row("no duration: the end is the begin", {animation("a", "1s"), animation("b", "a.end")},
         "1s|1000ms");
-    row("indefinite duration",
-        {animation("a", "1s", "indefinite"), animation("b", "a.end+1s")}, "1s|2000ms");
+    row("indefinite duration", {animation("a", "1s", "indefinite"), animation("b", "a.end+1s")},
+        "1s|2000ms");
     row("negative duration", {animation("a", "3s", "-2s"), animation("b", "a.end")}, "3s|1000ms");
-    row("trimmed times",
-        {animation("a", " 1s ", " 2s\t"), animation("b", "  a.end + 500ms  ")},
+    row("trimmed times", {animation("a", " 1s ", " 2s\t"), animation("b", "  a.end + 500ms  ")},
         " 1s |3500ms");
     row("no begin", {animation("a", "", "2s"), animation("b", "a.end")}, "|2000ms");
     row("unreadable begin", {animation("a", "click", "2s"), animation("b", "a.end")},
@@ -365,8 +361,8 @@ void ConditionalTimingTest::resolvesBegins_data()
         {animation("a", "1s", "2s", "animateMotion"), animation("b", "a.end+1s")}, "1s|1000ms");
     row("animateMotion can't refer", {a, animation("b", "a.end", "1s", "animateMotion")},
         "1s|a.end");
-    row("set can't be referred to",
-        {animation("a", "1s", "2s", "set"), animation("b", "a.end+1s")}, "1s|1000ms");
+    row("set can't be referred to", {animation("a", "1s", "2s", "set"), animation("b", "a.end+1s")},
+        "1s|1000ms");
     row("set can't refer", {a, animation("b", "a.end", "1s", "set")}, "1s|a.end");
     row("a shape can't be referred to",
         {animation("a", "1s", "2s", "rect"), animation("b", "a.end+1s")}, "1s|1000ms");
@@ -376,8 +372,8 @@ void ConditionalTimingTest::resolvesBegins_data()
     row("an animate counts before an animateColor",
         {animation("a", "5s", "5s", "animateColor"), a, animation("b", "a.end")}, "5s|1s|3000ms");
     row("an animateColor counts before an animateTransform",
-        {animation("a", "5s", "5s", "animateTransform"),
-         animation("a", "1s", "2s", "animateColor"), animation("b", "a.end")},
+        {animation("a", "5s", "5s", "animateTransform"), animation("a", "1s", "2s", "animateColor"),
+         animation("b", "a.end")},
         "5s|1s|3000ms");
     row("both of two with one id are resolved",
         {animation("x", "a.end"), animation("x", "a.end+1s"), a}, "3000ms|4000ms|1s");
@@ -409,8 +405,7 @@ void ConditionalTimingTest::resolvesBegins_data()
          animation("b", "a.end+3s", "4s", "animateColor")},
         "1000ms|6000ms");
 
-    row("sums saturate",
-        {animation("a", "2147483s", "2147483s"), animation("b", "a.end+2147483s")},
+    row("sums saturate", {animation("a", "2147483s", "2147483s"), animation("b", "a.end+2147483s")},
         "2147483s|2147483647ms");
     row("sums saturate below 0",
         {animation("a", "-2147483s", "-2147483s"), animation("b", "a.end-2147483s")},
@@ -426,7 +421,11 @@ void ConditionalTimingTest::resolvesBegins()
     SvgDocument document(svg(animations));
     QVERIFY(document.isLoaded());
     QCOMPARE(begins(savedTree(document)).join(QLatin1Char('|')), expected);
-    QCOMPARE(savedTree(document).elementsByTagName(QStringLiteral("rect")).at(0).childNodes().count(),
+    QCOMPARE(savedTree(document)
+                     .elementsByTagName(QStringLiteral("rect"))
+                     .at(0)
+                     .childNodes()
+                     .count(),
              animations.size());
 }
 
@@ -453,14 +452,13 @@ void ConditionalTimingTest::leavesTextWithoutReferencesAlone_data()
     QTest::addColumn<QString>("text");
     QTest::newRow("plain begins") << svg({animation("a", "1s", "2s"), animation("b", "250ms")});
     QTest::newRow("no begins") << svg({animation("a", "", "2s")});
-    QTest::newRow("unreadable begins")
-            << svg({animation("a", "click"), animation("b", "indefinite"),
-                    animation("c", "00:00:05"), animation("d", ".end"), animation("e", "prev.End")});
+    QTest::newRow("unreadable begins") << svg(
+            {animation("a", "click"), animation("b", "indefinite"), animation("c", "00:00:05"),
+             animation("d", ".end"), animation("e", "prev.End")});
     QTest::newRow("references of elements that take no part")
             << svg({animation("a", "1s", "2s"), animation("", "a.end", "", "animateMotion"),
                     animation("", "a.end", "", "set")});
-    QTest::newRow("layout of one's own")
-            << QStringLiteral("<?xml version='1.0'?>\n\n")
+    QTest::newRow("layout of one's own") << QStringLiteral("<?xml version='1.0'?>\n\n")
                     + svg(QStringLiteral("\n   <rect  width='9'\n>\n<animate attributeName = 'x'"
                                          " to='9' dur='1s' ></animate></rect >\n"))
                     + QStringLiteral("\n<!-- the end -->\n");
@@ -478,11 +476,11 @@ void ConditionalTimingTest::leavesTextWithoutReferencesAlone()
 
 void ConditionalTimingTest::changesNothingButBegins()
 {
-    const QString text = svg(
-            QStringLiteral("<defs><g id=\"d\"/></defs><!--note--><rect id=\"r\" fill=\"red\">"
-                           "<animate id=\"a\" attributeName=\"x\" values=\"1;2\" dur=\"2s\""
-                           " begin=\"1s\"/><animate id=\"b\" attributeName=\"y\" to=\"1\""
-                           " begin=\"%1\" fill=\"freeze\"/></rect><text x=\"1\">words</text>"));
+    const QString text =
+            svg(QStringLiteral("<defs><g id=\"d\"/></defs><!--note--><rect id=\"r\" fill=\"red\">"
+                               "<animate id=\"a\" attributeName=\"x\" values=\"1;2\" dur=\"2s\""
+                               " begin=\"1s\"/><animate id=\"b\" attributeName=\"y\" to=\"1\""
+                               " begin=\"%1\" fill=\"freeze\"/></rect><text x=\"1\">words</text>"));
     SvgDocument document(text.arg(QStringLiteral("a.end")));
     QVERIFY(document.isLoaded());
     QDomDocument expected;
@@ -578,12 +576,12 @@ void ConditionalTimingTest::leavesTheRendererRoomForDurations_data()
     QTest::newRow("animateTransform")
             << Animations{animation("b", "late.end+1s", "3s", "animateTransform"), late}
             << QStringLiteral("2147480647ms");
-    QTest::newRow("animateColor")
-            << Animations{animation("b", "late.end+1s", "3s", "animateColor"), late}
-            << QStringLiteral("2147480647ms");
-    QTest::newRow("no duration")
-            << Animations{animation("b", "late.end+1s", "", "animateColor"), late}
-            << QStringLiteral("2147483647ms");
+    QTest::newRow("animateColor") << Animations{animation("b", "late.end+1s", "3s", "animateColor"),
+                                                late}
+                                  << QStringLiteral("2147480647ms");
+    QTest::newRow("no duration") << Animations{animation("b", "late.end+1s", "", "animateColor"),
+                                               late}
+                                 << QStringLiteral("2147483647ms");
     QTest::newRow("negative duration")
             << Animations{animation("b", "early.end-1s", "-3s", "animateTransform"), early}
             << QStringLiteral("-2147480648ms");
@@ -603,8 +601,7 @@ void ConditionalTimingTest::leavesTheRendererRoomForDurations()
 
 void ConditionalTimingTest::startsAnimationsAtTheResolvedTime()
 {
-    SvgDocument document(
-            svg({animation("b", "a.end+500ms", "1s"), animation("a", "1s", "500ms")}));
+    SvgDocument document(svg({animation("b", "a.end+500ms", "1s"), animation("a", "1s", "500ms")}));
     QCOMPARE(document.animationDurationTotal(), 3000);
     const auto x = [&document](int ms) {
         document.applyAnimation(ms);
@@ -636,7 +633,11 @@ void ConditionalTimingTest::savesOverALongerText()
         QCOMPARE(document.data().size(), qMax(length, source.size()));
         QCOMPARE(document.data().mid(length), source.mid(length));
         QCOMPARE(begins(savedTree(document)), QStringList{QStringLiteral("2000ms")});
-        QCOMPARE(savedTree(document).elementsByTagName(QStringLiteral("text")).at(0).toElement().text(),
+        QCOMPARE(savedTree(document)
+                         .elementsByTagName(QStringLiteral("text"))
+                         .at(0)
+                         .toElement()
+                         .text(),
                  words);
         QCOMPARE(document.animationDurationTotal(), 3000);
     }

@@ -109,11 +109,6 @@ QString describedText(const QByteArray &text)
     return described(document.documentElement());
 }
 
-QByteArray textOf(const SvgDocument &document)
-{
-    return document.data().left(int(document.size()));
-}
-
 QString letters(std::initializer_list<uint> codes)
 {
     QString text;
@@ -251,7 +246,7 @@ void LanguagesTest::compare(SvgDocument &document, const Sample &sample, const F
                             const QString &fill, int ms)
 {
     const QImage picture = renderAt(document, ms);
-    QCOMPARE(describedText(textOf(document)),
+    QCOMPARE(describedText(savedText(document)),
              describedText(title(sample, frame, fill, Form::Playing).toUtf8()));
     SvgDocument twin(title(sample, frame, fill, Form::Still));
     COMPARE_PICTURES(picture, renderAt(twin, 0), 0);
@@ -269,7 +264,7 @@ void LanguagesTest::showsTheText()
     const QString still = title(own, frame, red, Form::Still);
     SvgDocument document(still);
     QVERIFY2(document.isLoaded(), qPrintable(document.errorString()));
-    QCOMPARE(textOf(document), still.toUtf8());
+    QCOMPARE(savedText(document), still.toUtf8());
     QCOMPARE(document.documentRoot().toElement().attribute(QStringLiteral("lang")), own.text);
     QCOMPARE(document.documentRoot().lastChildElement(QStringLiteral("text")).text(), own.text);
 
@@ -362,7 +357,7 @@ void LanguagesTest::shrinksAndGrows()
             document.adjustAttribute(QStringLiteral("class"), filling);
             COMPARE_PICTURES(renderAt(document, 0), expected, 0);
             QDomDocument saved;
-            QVERIFY(saved.setContent(textOf(document)));
+            QVERIFY(saved.setContent(savedText(document)));
             QCOMPARE(saved.documentElement().firstChildElement().attribute(QStringLiteral("class")),
                      filling);
             QCOMPARE(saved.documentElement().lastChildElement().text(), own.text.repeated(3));

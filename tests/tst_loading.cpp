@@ -40,21 +40,6 @@ QString redRect()
                           " fill=\"#ff0000\"/>");
 }
 
-QByteArray textOf(SvgDocument &document)
-{
-    document.seek(0);
-    return document.readAll();
-}
-
-/// The tree of the text that the document has now; null when the text is not well-formed.
-QDomDocument savedTree(SvgDocument &document)
-{
-    QDomDocument tree;
-    if (!tree.setContent(textOf(document)))
-        tree.clear();
-    return tree;
-}
-
 QDomElement firstElement(const QDomDocument &tree, const QString &tagName)
 {
     return tree.elementsByTagName(tagName).item(0).toElement();
@@ -281,8 +266,8 @@ void LoadingTest::parsesTheTextForTheViewBox()
 void LoadingTest::keepsTheBoundsThatAreSet()
 {
     SvgDocument document(svg(redRect()));
-    for (const QRectF &bounds : {QRectF(5, -6, 640.9, 0.25), QRectF(0, 0, 0, 0),
-                                 QRectF(1, 2, -3, -4)}) {
+    for (const QRectF &bounds :
+         {QRectF(5, -6, 640.9, 0.25), QRectF(0, 0, 0, 0), QRectF(1, 2, -3, -4)}) {
         document.setBounds(bounds);
         QCOMPARE(document.bounds(), bounds);
     }
@@ -340,8 +325,7 @@ void LoadingTest::rewritesColors_data()
     // closing parenthesis.
     row("just too close", "\"rgba(1,2,3,1)\"123456\"rgba(4,5,6,1)\"",
         "\"#123\"123456\"rgba(4,5,6,1)\"");
-    row("just far enough", "\"rgba(1,2,3,1)\"1234567\"rgba(4,5,6,1)\"",
-        "\"#123\"1234567\"#456\"");
+    row("just far enough", "\"rgba(1,2,3,1)\"1234567\"rgba(4,5,6,1)\"", "\"#123\"1234567\"#456\"");
     row("nothing to rewrite", "no colour at all", "no colour at all");
     row("no text", "", "");
 }
@@ -360,11 +344,32 @@ void LoadingTest::rewritesColors()
 
 void LoadingTest::rewritesColorsStepByStep()
 {
-    const QList<QByteArray> pieces{"\"rgba(", "rgba(", ")\"", ")",  "\"",  ",",   ",",    ",",
-                                   ",",       " ",     "0",   "7",  "16",  "255", "1000", "12.5",
-                                   "50%",     "-3",    "x",   "\n", "999", "\"rgba(1,2,3,1)\"",
-                                   "\"rgba(255, 255, 255, 0.5)\"", "\"rgba(4294967295,0,0,0)\"",
-                                   "fill=", "\xD0\xAF"};
+    const QList<QByteArray> pieces{"\"rgba(",
+                                   "rgba(",
+                                   ")\"",
+                                   ")",
+                                   "\"",
+                                   ",",
+                                   ",",
+                                   ",",
+                                   ",",
+                                   " ",
+                                   "0",
+                                   "7",
+                                   "16",
+                                   "255",
+                                   "1000",
+                                   "12.5",
+                                   "50%",
+                                   "-3",
+                                   "x",
+                                   "\n",
+                                   "999",
+                                   "\"rgba(1,2,3,1)\"",
+                                   "\"rgba(255, 255, 255, 0.5)\"",
+                                   "\"rgba(4294967295,0,0,0)\"",
+                                   "fill=",
+                                   "\xD0\xAF"};
     SvgDocument document{QString()};
     QRandomGenerator random(20240229);
     int rewritten = 0;
@@ -416,8 +421,7 @@ void LoadingTest::analysesTimingOnlyOfAnimatedText_data()
     row("behind a letter that is not ASCII", "<text>\xD0\xB0<animate/></text>", true);
     row("another name behind a hyphen", "<animate-x/>", true);
     row("another name with a letter that is not ASCII", "<animate\xC3\xA9/>", true);
-    row("in text that the colour rewriting removes",
-        "<!-- \"rgba(1,2,3,<animate )\" -->", true);
+    row("in text that the colour rewriting removes", "<!-- \"rgba(1,2,3,<animate )\" -->", true);
     row("nothing but animateTransform", "", false);
     row("animateColor",
         "<g><animateColor attributeName=\"fill\" from=\"red\" to=\"blue\" dur=\"1s\"/></g>", false);
@@ -467,8 +471,7 @@ void LoadingTest::looksForClippingInTheGivenText_data()
     row("empty clipPath", "<clipPath/>", true);
     row("in a comment", "<!-- <clipPath -->", true);
     row("behind a space", "<text>abc <clipPath/></text>", true);
-    row("in text that the colour rewriting removes",
-        "<!-- \"rgba(1,2,3,<clipPath )\" -->", true);
+    row("in text that the colour rewriting removes", "<!-- \"rgba(1,2,3,<clipPath )\" -->", true);
     row("none", "<rect/>", false);
     row("lower case", "<clippath/>", false);
     row("the attribute", "<rect clip-path=\"url(#clipPath)\"/>", false);
@@ -560,14 +563,12 @@ void LoadingTest::refusesBrokenText_data()
     QTest::newRow("declaration alone") << QStringLiteral("<?xml version=\"1.0\"?>");
     QTest::newRow("never closed") << start;
     QTest::newRow("wrong end tag") << start + QStringLiteral("</svgs>");
-    QTest::newRow("end of the root before that of a child")
-            << start + QStringLiteral("<g></svg>");
+    QTest::newRow("end of the root before that of a child") << start + QStringLiteral("<g></svg>");
     QTest::newRow("cut off inside a tag") << start + QStringLiteral("<rect wid");
     QTest::newRow("cut off inside the end tag") << start + QStringLiteral("</svg");
     QTest::newRow("attribute without value") << start + QStringLiteral("<rect width/></svg>");
     QTest::newRow("attribute without quotes") << start + QStringLiteral("<rect x=1/></svg>");
-    QTest::newRow("attribute twice")
-            << start + QStringLiteral("<rect x=\"1\" x=\"2\"/></svg>");
+    QTest::newRow("attribute twice") << start + QStringLiteral("<rect x=\"1\" x=\"2\"/></svg>");
     QTest::newRow("bare ampersand") << start + QStringLiteral("<text>a & b</text></svg>");
     QTest::newRow("undefined entity") << start + QStringLiteral("<text>&who;</text></svg>");
     QTest::newRow("less-than sign in an attribute")
@@ -708,9 +709,9 @@ void LoadingTest::readsOnlyUpToTheEndOfTheRoot()
 /// saving leaves the document type out.
 void LoadingTest::drawsAnUndefinedEntityWhileStill()
 {
-    const QString docType = QStringLiteral(
-            "<!DOCTYPE svg PUBLIC \"-//W3C//DTD SVG 1.1//EN\""
-            " \"http://www.w3.org/Graphics/SVG/1.1/DTD/svg11.dtd\">");
+    const QString docType =
+            QStringLiteral("<!DOCTYPE svg PUBLIC \"-//W3C//DTD SVG 1.1//EN\""
+                           " \"http://www.w3.org/Graphics/SVG/1.1/DTD/svg11.dtd\">");
     SvgDocument still(docType + svg(redRect() + QStringLiteral("<text>&nbsp;</text>")));
     QVERIFY(still.isLoaded());
     QVERIFY(!isBlank(renderAt(still, 0)));
@@ -731,8 +732,8 @@ void LoadingTest::expandsInternalEntities()
     const QString content = QStringLiteral("<rect y=\"10\" width=\"20\" height=\"20\" fill=\"%1\">"
                                            "<animate attributeName=\"x\" from=\"0\" to=\"80\""
                                            " dur=\"1s\"/></rect><text>%2</text>");
-    SvgDocument document(
-            docType + svg(content.arg(QStringLiteral("&shade;"), QStringLiteral("&word;"))));
+    SvgDocument document(docType
+                         + svg(content.arg(QStringLiteral("&shade;"), QStringLiteral("&word;"))));
     SvgDocument twin(svg(content.arg(QStringLiteral("#00ff00"), QStringLiteral("Ende"))));
     QVERIFY(document.isLoaded());
     for (const int ms : {0, 500, 2000})
@@ -759,12 +760,11 @@ void LoadingTest::ignoresTheDeclaredEncoding_data()
     for (const char *encoding : {"UTF-8", "utf-8", "ISO-8859-1", "UTF-16", "UTF-16LE", "UTF-32",
                                  "windows-1251", "Shift_JIS", "US-ASCII", "X-UNKNOWN"})
         QTest::newRow(encoding) << declaration.arg(QLatin1String(encoding));
-    QTest::newRow("single quotes")
-            << QStringLiteral("<?xml version='1.0' encoding='ISO-8859-1'?>");
+    QTest::newRow("single quotes") << QStringLiteral("<?xml version='1.0' encoding='ISO-8859-1'?>");
     QTest::newRow("spaces around the sign")
             << QStringLiteral("<?xml version=\"1.0\"  encoding = \"ISO-8859-1\" ?>");
-    QTest::newRow("standalone")
-            << QStringLiteral("<?xml version=\"1.0\" encoding=\"KOI8-R\" standalone=\"yes\"?>");
+    QTest::newRow("standalone") << QStringLiteral(
+            "<?xml version=\"1.0\" encoding=\"KOI8-R\" standalone=\"yes\"?>");
     QTest::newRow("line break in the declaration")
             << QStringLiteral("<?xml version=\"1.0\"\nencoding=\"ISO-8859-1\"\n?>");
     QTest::newRow("no encoding") << QStringLiteral("<?xml version=\"1.0\"?>");
@@ -811,14 +811,14 @@ void LoadingTest::savesInUtf8WhateverTheLocale()
 {
     QTextCodec *const usual = QTextCodec::codecForLocale();
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
-    SvgDocument document(svg(QStringLiteral("<rect id=\"r\" fill=\"red\"/><text>%1</text>")
-                                     .arg(cyrillic)));
+    SvgDocument document(
+            svg(QStringLiteral("<rect id=\"r\" fill=\"red\"/><text>%1</text>").arg(cyrillic)));
     document.saveToBuffer();
     const QString saved = firstElement(savedTree(document), QStringLiteral("text")).text();
     document.prepareAdjustedAttibutes({QStringLiteral("fill")});
     document.adjustAttribute(QStringLiteral("fill"), QStringLiteral("blue"));
     const QString adjusted = firstElement(savedTree(document), QStringLiteral("text")).text();
-    const QByteArray bytes = textOf(document);
+    const QByteArray bytes = savedText(document);
     QTextCodec::setCodecForLocale(usual);
     QCOMPARE(saved, cyrillic);
     QCOMPARE(adjusted, cyrillic);
@@ -827,19 +827,24 @@ void LoadingTest::savesInUtf8WhateverTheLocale()
 
 void LoadingTest::listsAllNodesInPreOrder()
 {
-    SvgDocument document(svg(QStringLiteral(
-            "<g><!--note--><text>ab<tspan>cd</tspan></text></g><?how now?><rect/>"
-            "<style><![CDATA[ef]]></style>")));
+    SvgDocument document(svg(
+            QStringLiteral("<g><!--note--><text>ab<tspan>cd</tspan></text></g><?how now?><rect/>"
+                           "<style><![CDATA[ef]]></style>")));
     std::vector<QDomNode> nodes;
     document.getAllNodes(document.documentRoot(), nodes);
     QStringList names;
     for (const QDomNode &node : nodes)
         names.append(node.nodeName() + QLatin1Char(':') + node.nodeValue());
-    const QStringList expected{QStringLiteral("svg:"),           QStringLiteral("g:"),
-                               QStringLiteral("#comment:note"),  QStringLiteral("text:"),
-                               QStringLiteral("#text:ab"),       QStringLiteral("tspan:"),
-                               QStringLiteral("#text:cd"),       QStringLiteral("how:now"),
-                               QStringLiteral("rect:"),          QStringLiteral("style:"),
+    const QStringList expected{QStringLiteral("svg:"),
+                               QStringLiteral("g:"),
+                               QStringLiteral("#comment:note"),
+                               QStringLiteral("text:"),
+                               QStringLiteral("#text:ab"),
+                               QStringLiteral("tspan:"),
+                               QStringLiteral("#text:cd"),
+                               QStringLiteral("how:now"),
+                               QStringLiteral("rect:"),
+                               QStringLiteral("style:"),
                                QStringLiteral("#cdata-section:ef")};
     QCOMPARE(names, expected);
     QVERIFY(nodes.front() == document.documentRoot());
@@ -862,8 +867,10 @@ void LoadingTest::savesChangesOfTheTree()
     const QByteArray before = document.data();
     QDomElement rect = document.documentRoot().firstChildElement();
     rect.setAttribute(QStringLiteral("fill"), QStringLiteral("#0000ff"));
-    rect.parentNode().appendChild(rect.cloneNode()).toElement().setAttribute(
-            QStringLiteral("x"), QStringLiteral("55"));
+    rect.parentNode()
+            .appendChild(rect.cloneNode())
+            .toElement()
+            .setAttribute(QStringLiteral("x"), QStringLiteral("55"));
     QCOMPARE(document.data(), before);
     document.saveToBuffer();
 
@@ -872,9 +879,9 @@ void LoadingTest::savesChangesOfTheTree()
     QCOMPARE(rects.count(), 2);
     QCOMPARE(rects.at(0).toElement().attribute(QStringLiteral("fill")), QStringLiteral("#0000ff"));
     QCOMPARE(rects.at(1).toElement().attribute(QStringLiteral("x")), QStringLiteral("55"));
-    QVERIFY(textOf(document).contains("\n <rect ")); // indented by one
+    QVERIFY(savedText(document).contains("\n <rect ")); // indented by one
 
-    SvgDocument twin(QString::fromUtf8(textOf(document)));
+    SvgDocument twin(QString::fromUtf8(savedText(document)));
     COMPARE_PICTURES(renderAt(document, 0), renderAt(twin, 0), 0);
     QCOMPARE(renderAt(document, 0).pixelColor(60, 20), QColor(0, 0, 255));
 }
@@ -884,7 +891,7 @@ void LoadingTest::hasNoRootWithoutText()
     SvgDocument document{QString()};
     QVERIFY(document.documentRoot().isNull());
     QCOMPARE(document.size(), qint64(0));
-    QCOMPARE(textOf(document), QByteArray());
+    QCOMPARE(savedText(document), QByteArray());
 }
 
 void LoadingTest::keepsTheBytesBehindAShorterText_data()
@@ -905,10 +912,10 @@ void LoadingTest::keepsTheBytesBehindAShorterText()
     int shorter = 0;
     int cutCharacters = 0;
     for (int gap = 1; gap < 160; ++gap) {
-        const QString text = svg(
-                QStringLiteral("<rect%1id=\"r\" x=\"10\" y=\"10\" width=\"40\" height=\"20\""
-                               " fill=\"#ff0000\"/><text y=\"45\" font-size=\"8\">%2</text>")
-                        .arg(QString(gap, QLatin1Char(' ')), words));
+        const QString text =
+                svg(QStringLiteral("<rect%1id=\"r\" x=\"10\" y=\"10\" width=\"40\" height=\"20\""
+                                   " fill=\"#ff0000\"/><text y=\"45\" font-size=\"8\">%2</text>")
+                            .arg(QString(gap, QLatin1Char(' ')), words));
         const QByteArray source = text.toUtf8();
         SvgDocument document(text);
         const QImage before = renderAt(document, 0);
@@ -918,8 +925,8 @@ void LoadingTest::keepsTheBytesBehindAShorterText()
         shorter += length < source.size();
         QCOMPARE(document.data().size(), qMax(length, source.size()));
         QCOMPARE(document.data().mid(length), source.mid(length));
-        QCOMPARE(textOf(document), document.data().left(length));
-        QVERIFY(textOf(document).trimmed().endsWith("</svg>"));
+        QCOMPARE(savedText(document), document.data().left(length));
+        QVERIFY(savedText(document).trimmed().endsWith("</svg>"));
         cutCharacters += length < source.size() && (uchar(source.at(length)) & 0xC0) == 0x80;
 
         QCOMPARE(firstElement(savedTree(document), QStringLiteral("text")).text(), words);
@@ -957,7 +964,7 @@ void LoadingTest::growsWithALongerText()
     SvgDocument document(svg(redRect()));
     document.prepareAdjustedAttibutes({QStringLiteral("fill")});
     const QStringList values{QString(50, QLatin1Char('x')), QStringLiteral("blue"),
-                             cyrillic + cyrillic,           QString(70000, QLatin1Char('y')),
+                             cyrillic + cyrillic, QString(70000, QLatin1Char('y')),
                              QStringLiteral("#00ff00")};
     int longest = document.data().size();
     for (const QString &value : values) {
@@ -1028,7 +1035,7 @@ void LoadingTest::takesTextInPieces()
     for (int i = 0; i < text.size(); i += 5)
         document.write(text.mid(i, 5));
     QCOMPARE(document.size(), qint64(text.size()));
-    QCOMPARE(textOf(document), text);
+    QCOMPARE(savedText(document), text);
     document.viewBox();
     QCOMPARE(document.documentRoot().firstChildElement().text(), cyrillic);
 }
@@ -1039,9 +1046,8 @@ void LoadingTest::dropsTheTreeOfTextThatIsBrokenNow_data()
     QTest::newRow("empty") << QStringLiteral(" ");
     QTest::newRow("never closed") << QStringLiteral("<svg><rect width=\"9\" height=\"9\"/>");
     QTest::newRow("wrong end tag") << QStringLiteral("<svg><rect fill=\"red\"/></svgs>");
-    QTest::newRow("nested too deep")
-            << svg(QStringLiteral("<g fill=\"red\">").repeated(100000)
-                   + QStringLiteral("</g>").repeated(100000));
+    QTest::newRow("nested too deep") << svg(QStringLiteral("<g fill=\"red\">").repeated(100000)
+                                            + QStringLiteral("</g>").repeated(100000));
 }
 
 void LoadingTest::dropsTheTreeOfTextThatIsBrokenNow()
@@ -1052,7 +1058,7 @@ void LoadingTest::dropsTheTreeOfTextThatIsBrokenNow()
     document.prepareAdjustedAttibutes({QStringLiteral("fill")});
     QVERIFY(document.documentRoot().isNull());
     document.adjustAttribute(QStringLiteral("fill"), QStringLiteral("blue"));
-    QCOMPARE(textOf(document), text.toUtf8());
+    QCOMPARE(savedText(document), text.toUtf8());
     document.saveToBuffer();
     QVERIFY(leavesCanvasUntouched(document));
 }

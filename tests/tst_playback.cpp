@@ -25,14 +25,6 @@
 
 namespace {
 
-QString svg(const QString &content)
-{
-    return QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\""
-                          " xmlns:xlink=\"http://www.w3.org/1999/xlink\""
-                          " viewBox=\"0 0 100 50\">%1</svg>")
-            .arg(content);
-}
-
 /// A shape that moves from x = 0 to x = 80 in the first second and stays there.
 QString movingRect(const QString &attributes = QString())
 {
@@ -40,27 +32,6 @@ QString movingRect(const QString &attributes = QString())
                           " attributeName=\"x\" from=\"0\" to=\"80\" dur=\"1s\" fill=\"freeze\"/>"
                           "</rect>")
             .arg(attributes);
-}
-
-QDomDocument savedTree(SvgDocument &document)
-{
-    document.seek(0);
-    QDomDocument tree;
-    tree.setContent(document.readAll());
-    return tree;
-}
-
-QDomElement elementById(const QDomNode &root, const QString &id)
-{
-    for (QDomElement child = root.firstChildElement(); !child.isNull();
-         child = child.nextSiblingElement()) {
-        if (child.attribute(QStringLiteral("id")) == id)
-            return child;
-        const QDomElement below = elementById(child, id);
-        if (!below.isNull())
-            return below;
-    }
-    return QDomElement();
 }
 
 /// The attribute of an element as it is saved for a time; "-" when it has none.
@@ -214,8 +185,7 @@ private:
         const QString name = animate.attribute(QStringLiteral("attributeName"));
         const Animation animation = name == QLatin1String("fill")
                 ? made<AnimatableAttributeColor>(animate, root)
-                : name == QLatin1String("visibility")
-                ? made<AnimatableAttributeText>(animate, root)
+                : name == QLatin1String("visibility") ? made<AnimatableAttributeText>(animate, root)
                 : name == QLatin1String("transform")
                 ? made<AnimatableAttributeFloatList>(animate, root)
                 : made<AnimatableAttributeFloat>(animate, root);
@@ -267,7 +237,7 @@ public:
         QString content;
         for (int i = 0; i < count; ++i)
             content += wide && i == 1 ? group() : element(2);
-        return svg(content);
+        return svgTitle(content);
     }
 
 private:
@@ -286,9 +256,9 @@ private:
 
     QString element(int depth)
     {
-        const QString tag = anyOf({QStringLiteral("rect"), QStringLiteral("rect"),
-                                   QStringLiteral("g"), QStringLiteral("defs"),
-                                   QStringLiteral("use")});
+        const QString tag =
+                anyOf({QStringLiteral("rect"), QStringLiteral("rect"), QStringLiteral("g"),
+                       QStringLiteral("defs"), QStringLiteral("use")});
         QString attributes;
         if (!oneIn(3))
             attributes += QStringLiteral(" id=\"%1\"").arg(id());
@@ -297,11 +267,12 @@ private:
         if (tag == QLatin1String("use"))
             attributes += QStringLiteral(" xlink:href=\"#%1\"").arg(id());
         if (tag == QLatin1String("rect"))
-            attributes += QStringLiteral(" x=\"%1\" y=\"%2\" width=\"15\" height=\"10\" fill=\"%3\"")
-                                  .arg(m_random.bounded(80))
-                                  .arg(m_random.bounded(40))
-                                  .arg(anyOf({QStringLiteral("#ff0000"), QStringLiteral("#00ff00"),
-                                              QStringLiteral("#0000ff")}));
+            attributes +=
+                    QStringLiteral(" x=\"%1\" y=\"%2\" width=\"15\" height=\"10\" fill=\"%3\"")
+                            .arg(m_random.bounded(80))
+                            .arg(m_random.bounded(40))
+                            .arg(anyOf({QStringLiteral("#ff0000"), QStringLiteral("#00ff00"),
+                                        QStringLiteral("#0000ff")}));
         QString content;
         for (int i = m_random.bounded(4); i > 0; --i)
             content += animate();
@@ -440,15 +411,14 @@ void PlaybackTest::choosesTheWinner_data()
     row("the first of frozen ones that ended together",
         {from("A", 0, 1000, freeze), from("B", 500, 500, freeze), from("C", 1000, 0, freeze)},
         "400=A 700=B 1000=A 4000=A");
-    row("a frozen one before one that is over",
-        {from("A", 0, 1000, freeze), from("B", 0, 3000)}, "500=B 2000=B 3000=A");
+    row("a frozen one before one that is over", {from("A", 0, 1000, freeze), from("B", 0, 3000)},
+        "500=B 2000=B 3000=A");
     row("three frozen ones",
         {from("A", 0, 1000, freeze), from("B", 1000, 1000, freeze), from("C", 200, 1000, freeze)},
         "100=A 500=C 1100=C 1200=B 1999=B 9000=B");
     row("none of several", {from("A", 0, 1000), from("B", 500, 1000)}, "1500=T -1=T 9999=T 0=A");
     row("no duration never runs", {from("A", 1000, 0)}, "999=T 1000=T 1001=T");
-    row("no duration, frozen",
-        {QStringLiteral("values=\"A;B;C\" begin=\"1s\" fill=\"freeze\"")},
+    row("no duration, frozen", {QStringLiteral("values=\"A;B;C\" begin=\"1s\" fill=\"freeze\"")},
         "999=T 1000=C 5000=C");
     row("negative duration, frozen",
         {QStringLiteral("values=\"A;B;C\" begin=\"1s\" dur=\"-500ms\" fill=\"freeze\"")},
@@ -463,7 +433,8 @@ void PlaybackTest::choosesTheWinner()
 {
     QFETCH(QString, animations);
     QFETCH(QString, frames);
-    SvgDocument document(svg(QStringLiteral("<rect id=\"r\" a=\"T\">%1</rect>").arg(animations)));
+    SvgDocument document(
+            svgTitle(QStringLiteral("<rect id=\"r\" a=\"T\">%1</rect>").arg(animations)));
     QVERIFY(document.isLoaded());
     QStringList played;
     for (const QString &frame : frames.split(QLatin1Char(' '))) {
@@ -481,18 +452,18 @@ void PlaybackTest::restoresTheTemplatesValue_data()
     QTest::newRow("a value that needs escapes")
             << QStringLiteral("a=\"&lt;&amp;&quot;&gt;\"") << QStringLiteral("<&\">");
     QTest::newRow("no value: the attribute goes") << QString() << QStringLiteral("-");
-    QTest::newRow("an empty value: the attribute goes") << QStringLiteral("a=\"\"")
-                                                        << QStringLiteral("-");
+    QTest::newRow("an empty value: the attribute goes")
+            << QStringLiteral("a=\"\"") << QStringLiteral("-");
 }
 
 void PlaybackTest::restoresTheTemplatesValue()
 {
     QFETCH(QString, attribute);
     QFETCH(QString, restored);
-    SvgDocument document(
-            svg(QStringLiteral("<rect id=\"r\" %1><animate attributeName=\"a\" from=\"0\" to=\"8\""
-                               " begin=\"1s\" dur=\"1s\"/></rect>")
-                        .arg(attribute)));
+    SvgDocument document(svgTitle(
+            QStringLiteral("<rect id=\"r\" %1><animate attributeName=\"a\" from=\"0\" to=\"8\""
+                           " begin=\"1s\" dur=\"1s\"/></rect>")
+                    .arg(attribute)));
     for (const int ms : {1500, 0, 1500, 2000, 0, 1500, 5000})
         QCOMPARE(attributeAt(document, ms, "r", "a"),
                  ms == 1500 ? QStringLiteral("4.000") : restored);
@@ -502,11 +473,11 @@ void PlaybackTest::animatesAttributesAndElementsApart()
 {
     const QString animate = QStringLiteral("<animate attributeName=\"%1\" values=\"%2\""
                                            " begin=\"%3ms\" dur=\"1s\"/>");
-    SvgDocument document(svg(
-            QStringLiteral("<g id=\"g\">%1%2</g><g id=\"h\">%3</g>")
-                    .arg(animate.arg(QStringLiteral("a"), QStringLiteral("A")).arg(0),
-                         animate.arg(QStringLiteral("b"), QStringLiteral("B")).arg(500),
-                         animate.arg(QStringLiteral("a"), QStringLiteral("C")).arg(800))));
+    SvgDocument document(
+            svgTitle(QStringLiteral("<g id=\"g\">%1%2</g><g id=\"h\">%3</g>")
+                             .arg(animate.arg(QStringLiteral("a"), QStringLiteral("A")).arg(0),
+                                  animate.arg(QStringLiteral("b"), QStringLiteral("B")).arg(500),
+                                  animate.arg(QStringLiteral("a"), QStringLiteral("C")).arg(800))));
     const auto at = [&document](int ms) {
         return QStringList{attributeAt(document, ms, "g", "a"), attributeAt(document, ms, "g", "b"),
                            attributeAt(document, ms, "h", "a")}
@@ -526,13 +497,12 @@ void PlaybackTest::confusesPlacesWithOneKey()
 {
     const QString animate = QStringLiteral(
             "<animate attributeName=\"a\" values=\"%1\" begin=\"%2ms\" dur=\"2s\"/>");
-    const QString inner =
-            QStringLiteral("<g/><g id=\"inner\" a=\"I\">%1</g>")
-                    .arg(animate.arg(QStringLiteral("A")).arg(0));
+    const QString inner = QStringLiteral("<g/><g id=\"inner\" a=\"I\">%1</g>")
+                                  .arg(animate.arg(QStringLiteral("A")).arg(0));
     const QString outer = QStringLiteral("<g id=\"outer\" a=\"O\">%1</g>")
                                   .arg(animate.arg(QStringLiteral("B")).arg(1000));
-    SvgDocument document(svg(QStringLiteral("<g/><g>%1</g>%2%3")
-                                     .arg(inner, QStringLiteral("<g/>").repeated(9), outer)));
+    SvgDocument document(svgTitle(QStringLiteral("<g/><g>%1</g>%2%3")
+                                          .arg(inner, QStringLiteral("<g/>").repeated(9), outer)));
     const auto at = [&document](int ms) {
         return attributeAt(document, ms, "inner", "a") + attributeAt(document, ms, "outer", "a");
     };
@@ -545,7 +515,7 @@ void PlaybackTest::confusesPlacesWithOneKey()
 
 void PlaybackTest::savesTheTreeOfEveryTime()
 {
-    SvgDocument document(svg(movingRect() + QStringLiteral("<text>Титры</text>")));
+    SvgDocument document(svgTitle(movingRect() + QStringLiteral("<text>Титры</text>")));
     const QByteArray before = document.data();
     document.applyAnimation(500);
     QVERIFY(document.data() != before);
@@ -557,8 +527,8 @@ void PlaybackTest::savesTheTreeOfEveryTime()
 void PlaybackTest::leavesTextWithoutAnimatedAttributesAlone()
 {
     const QString text =
-            svg(QStringLiteral("<rect width=\"9\" height=\"9\"><animate from=\"0\" to=\"9\""
-                               " dur=\"1s\"/></rect>"));
+            svgTitle(QStringLiteral("<rect width=\"9\" height=\"9\"><animate from=\"0\" to=\"9\""
+                                    " dur=\"1s\"/></rect>"));
     SvgDocument document(text);
     document.applyAnimation(500);
     QVERIFY(!leavesCanvasUntouched(document, 500));
@@ -593,8 +563,8 @@ void PlaybackTest::followsTheRulesToTheLetter()
                                         .arg(ms)
                                         .arg(actual.join(QLatin1Char('\n')),
                                              expected.join(QLatin1Char('\n')))));
-            const QImage still = renderStill(plain.tree().toByteArray(), document.bounds(),
-                                             picture.size());
+            const QImage still =
+                    renderStill(plain.tree().toByteArray(), document.bounds(), picture.size());
             QVERIFY2(picture == still, qPrintable(text));
             pictures += !isBlank(still);
         }
@@ -664,9 +634,10 @@ void PlaybackTest::playsTheTemplatesInAnyOrder()
 void PlaybackTest::neverWritesNamesThatAreNone_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name : {"", " ", "x y", " x", "x ", "1x", "-x", ".x", "x/", "x&gt;", "x&lt;y",
-                             "a=&quot;1&quot; b", "a='1' b", "&quot;", "&amp;", "x\ty", "x;y", "#x",
-                             ":", ":x", "x:", "x:y:z", "x:1"})
+    for (const char *name : {"",        " ",      "x y",   " x",    "x ",     "1x",
+                             "-x",      ".x",     "x/",    "x&gt;", "x&lt;y", "a=&quot;1&quot; b",
+                             "a='1' b", "&quot;", "&amp;", "x\ty",  "x;y",    "#x",
+                             ":",       ":x",     "x:",    "x:y:z", "x:1"})
         QTest::newRow(*name ? name : "empty") << QString::fromLatin1(name);
     QTest::newRow("emoji") << QStringLiteral("\U0001F3AC");
 }
@@ -675,10 +646,12 @@ void PlaybackTest::neverWritesNamesThatAreNone()
 {
     QFETCH(QString, name);
     const QString broken =
-            QStringLiteral("<animate attributeName=\"%1\" from=\"0\" to=\"8\" dur=\"2s\"/>").arg(name);
-    SvgDocument document(svg(QString(movingRect()).replace(QStringLiteral("</rect>"),
-                                                           broken + QStringLiteral("</rect>"))));
-    SvgDocument twin(svg(movingRect()));
+            QStringLiteral("<animate attributeName=\"%1\" from=\"0\" to=\"8\" dur=\"2s\"/>")
+                    .arg(name);
+    SvgDocument document(svgTitle(
+            QString(movingRect())
+                    .replace(QStringLiteral("</rect>"), broken + QStringLiteral("</rect>"))));
+    SvgDocument twin(svgTitle(movingRect()));
     QVERIFY(document.isLoaded());
     QCOMPARE(document.animationDurationTotal(), 2000);
     for (const int ms : {500, 0, 1500, 2000, 999}) {
@@ -698,11 +671,13 @@ void PlaybackTest::writesUnusualNames_data()
 void PlaybackTest::writesUnusualNames()
 {
     QFETCH(QString, name);
-    SvgDocument document(svg(QString(movingRect()).replace(
-            QStringLiteral("</rect>"),
-            QStringLiteral("<animate attributeName=\"%1\" from=\"0\" to=\"8\" dur=\"1s\"/></rect>")
-                    .arg(name))));
-    SvgDocument twin(svg(movingRect()));
+    SvgDocument document(
+            svgTitle(QString(movingRect())
+                             .replace(QStringLiteral("</rect>"),
+                                      QStringLiteral("<animate attributeName=\"%1\" from=\"0\" "
+                                                     "to=\"8\" dur=\"1s\"/></rect>")
+                                              .arg(name))));
+    SvgDocument twin(svgTitle(movingRect()));
     COMPARE_PICTURES(renderAt(document, 500), renderAt(twin, 500), 0);
     QCOMPARE(elementById(savedTree(document), QStringLiteral("r")).attribute(name),
              QStringLiteral("4.000"));
@@ -721,8 +696,8 @@ void PlaybackTest::takesExtremeTimes_data()
     const QString late = QStringLiteral("begin=\"2147483s\" dur=\"2147483s\"");
     QTest::newRow("latest time") << QStringLiteral("dur=\"1s\" fill=\"freeze\"") << highest
                                  << QStringLiteral("8.000");
-    QTest::newRow("earliest time") << QStringLiteral("dur=\"1s\" fill=\"freeze\"") << lowest
-                                   << QStringLiteral("-");
+    QTest::newRow("earliest time")
+            << QStringLiteral("dur=\"1s\" fill=\"freeze\"") << lowest << QStringLiteral("-");
     QTest::newRow("long animation, earliest time") << wide << lowest << QStringLiteral("-");
     QTest::newRow("long animation, its begin") << wide << -2147483000 << QStringLiteral("0.000");
     QTest::newRow("long animation, latest time") << wide << highest << QStringLiteral("8.000");
@@ -737,17 +712,17 @@ void PlaybackTest::takesExtremeTimes()
     QFETCH(QString, times);
     QFETCH(int, ms);
     QFETCH(QString, value);
-    SvgDocument document(
-            svg(QStringLiteral("<rect id=\"r\"><animate attributeName=\"a\" from=\"0\" to=\"8\""
-                               " %1/></rect>")
-                        .arg(times)));
+    SvgDocument document(svgTitle(
+            QStringLiteral("<rect id=\"r\"><animate attributeName=\"a\" from=\"0\" to=\"8\""
+                           " %1/></rect>")
+                    .arg(times)));
     QVERIFY(document.isLoaded());
     QCOMPARE(attributeAt(document, ms, "r", "a"), value);
 }
 
 void PlaybackTest::neverEditsTitlesOfTheRenderer()
 {
-    const QString text = svg(QStringLiteral(
+    const QString text = svgTitle(QStringLiteral(
             "<rect width=\"20\" height=\"20\"><animateTransform attributeName=\"transform\""
             " type=\"translate\" from=\"0,0\" to=\"80,0\" dur=\"1s\"/></rect>"));
     SvgDocument document(text);
@@ -779,11 +754,12 @@ void PlaybackTest::setsTheRenderersClock()
     QFETCH(int, ms);
     QFETCH(QString, transform);
     const QString rect = QStringLiteral("<rect y=\"10\" width=\"20\" height=\"20\" %1>%2</rect>");
-    SvgDocument document(svg(rect.arg(
-            QString(), QStringLiteral("<animateTransform attributeName=\"transform\""
-                                      " type=\"translate\" from=\"0,0\" to=\"80,20\" dur=\"1s\""
-                                      " fill=\"freeze\"/>"))));
-    SvgDocument twin(svg(rect.arg(transform, QString())));
+    SvgDocument document(svgTitle(
+            rect.arg(QString(),
+                     QStringLiteral("<animateTransform attributeName=\"transform\""
+                                    " type=\"translate\" from=\"0,0\" to=\"80,20\" dur=\"1s\""
+                                    " fill=\"freeze\"/>"))));
+    SvgDocument twin(svgTitle(rect.arg(transform, QString())));
     renderAt(document, 333);
     COMPARE_PICTURES(renderAt(document, ms), renderAt(twin, 0), 1);
 }
@@ -799,7 +775,7 @@ void PlaybackTest::holdsTheRenderersClock()
                                   " repeatCount=\"indefinite\"/></rect>")
                            .arg(i % 97)
                            .arg(0x100000 + 5000 * i, 6, 16, QLatin1Char('0'));
-    SvgDocument document(svg(content));
+    SvgDocument document(svgTitle(content));
     const QImage first = renderAt(document, 10);
     for (int i = 0; i < 20; ++i)
         COMPARE_PICTURES(renderAt(document, 10), first, 0);
@@ -807,17 +783,18 @@ void PlaybackTest::holdsTheRenderersClock()
 
 void PlaybackTest::playsBothInStep()
 {
-    const QString rect = QStringLiteral("<rect %1 y=\"10\" width=\"20\" height=\"20\" %2>%3</rect>");
-    SvgDocument document(svg(rect.arg(
+    const QString rect =
+            QStringLiteral("<rect %1 y=\"10\" width=\"20\" height=\"20\" %2>%3</rect>");
+    SvgDocument document(svgTitle(rect.arg(
             QString(), QString(),
             QStringLiteral("<animate attributeName=\"x\" from=\"0\" to=\"40\" dur=\"1s\"/>"
                            "<animateTransform attributeName=\"transform\" type=\"translate\""
                            " from=\"0,0\" to=\"40,0\" dur=\"1s\"/>"))));
     for (const int ms : {500, 250, 0, 750}) {
         const int way = ms * 40 / 1000;
-        SvgDocument twin(svg(rect.arg(QStringLiteral("x=\"%1\"").arg(way),
-                                      QStringLiteral("transform=\"translate(%1,0)\"").arg(way),
-                                      QString())));
+        SvgDocument twin(svgTitle(rect.arg(QStringLiteral("x=\"%1\"").arg(way),
+                                           QStringLiteral("transform=\"translate(%1,0)\"").arg(way),
+                                           QString())));
         COMPARE_PICTURES(renderAt(document, ms), renderAt(twin, 0), 1);
     }
 }
@@ -837,8 +814,9 @@ void PlaybackTest::drawsIntoItsBounds_data()
 void PlaybackTest::drawsIntoItsBounds()
 {
     QFETCH(QRectF, bounds);
-    const QString still = svg(QStringLiteral("<rect x=\"5\" y=\"10\" width=\"60\" height=\"30\"/>"
-                                             "<circle cx=\"80\" cy=\"20\" r=\"10\" fill=\"red\"/>"));
+    const QString still =
+            svgTitle(QStringLiteral("<rect x=\"5\" y=\"10\" width=\"60\" height=\"30\"/>"
+                                    "<circle cx=\"80\" cy=\"20\" r=\"10\" fill=\"red\"/>"));
     SvgDocument document(still);
     document.setBounds(bounds);
     QImage picture(120, 80, QImage::Format_ARGB32_Premultiplied);
@@ -871,8 +849,8 @@ void PlaybackTest::drawsNothingIntoEmptyBounds_data()
 void PlaybackTest::drawsNothingIntoEmptyBounds()
 {
     QFETCH(QRectF, bounds);
-    SvgDocument still(svg(QStringLiteral("<rect x=\"5\" width=\"60\" height=\"30\"/>")));
-    SvgDocument animated(svg(movingRect()));
+    SvgDocument still(svgTitle(QStringLiteral("<rect x=\"5\" width=\"60\" height=\"30\"/>")));
+    SvgDocument animated(svgTitle(movingRect()));
     for (SvgDocument *document : {&still, &animated}) {
         QVERIFY(!leavesCanvasUntouched(*document, 500));
         document->setBounds(bounds);
@@ -884,7 +862,7 @@ void PlaybackTest::drawsNothingIntoEmptyBounds()
 
 void PlaybackTest::drawsNothingWithoutAPainter()
 {
-    SvgDocument document(svg(movingRect()));
+    SvgDocument document(svgTitle(movingRect()));
     document.paint(nullptr, 500);
     QCOMPARE(elementById(savedTree(document), QStringLiteral("r")).attribute(QStringLiteral("x")),
              QStringLiteral("40.000"));
@@ -892,8 +870,9 @@ void PlaybackTest::drawsNothingWithoutAPainter()
 
 void PlaybackTest::keepsThePaintersState()
 {
-    SvgDocument document(svg(movingRect(QStringLiteral("fill=\"red\" opacity=\"0.5\""
-                                                       " transform=\"rotate(9)\" stroke=\"blue\""))));
+    SvgDocument document(
+            svgTitle(movingRect(QStringLiteral("fill=\"red\" opacity=\"0.5\""
+                                               " transform=\"rotate(9)\" stroke=\"blue\""))));
     QImage picture(120, 80, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
@@ -922,10 +901,10 @@ void PlaybackTest::keepsThePaintersState()
 
 void PlaybackTest::drawsNothingOfBrokenText()
 {
-    const QString text = svg(QStringLiteral("<rect x=\"5\" width=\"60\" height=\"30\"/>"));
+    const QString text = svgTitle(QStringLiteral("<rect x=\"5\" width=\"60\" height=\"30\"/>"));
     SvgDocument document(text);
-    for (const QByteArray &broken :
-         {QByteArray("<svg"), QByteArray("words"), QByteArray("<other/>"), text.toUtf8().chopped(3)}) {
+    for (const QByteArray &broken : {QByteArray("<svg"), QByteArray("words"),
+                                     QByteArray("<other/>"), text.toUtf8().chopped(3)}) {
         document.seek(0);
         document.write(broken);
         QVERIFY(leavesCanvasUntouched(document, 0));
@@ -938,11 +917,11 @@ void PlaybackTest::drawsNothingOfBrokenText()
 /// Frames are made of the tree, and the tree is that of the text when it was last parsed.
 void PlaybackTest::drawsOverTextWrittenBetweenFrames()
 {
-    SvgDocument document(svg(movingRect()));
-    SvgDocument twin(svg(movingRect()));
+    SvgDocument document(svgTitle(movingRect()));
+    SvgDocument twin(svgTitle(movingRect()));
     for (const int ms : {500, 500, 0}) {
         document.seek(0);
-        document.write(svg(QStringLiteral("<circle cx=\"50\" cy=\"25\" r=\"20\"/>")).toUtf8());
+        document.write(svgTitle(QStringLiteral("<circle cx=\"50\" cy=\"25\" r=\"20\"/>")).toUtf8());
         COMPARE_PICTURES(renderAt(document, ms), renderAt(twin, ms), 0);
         QVERIFY(savedTree(document).elementsByTagName(QStringLiteral("circle")).isEmpty());
     }
@@ -953,15 +932,16 @@ void PlaybackTest::playsOverALongerText()
 {
     const QString words = QStringLiteral("Титры 字幕 конец \U0001F3AC");
     for (int gap = 1; gap < 120; gap += 3) {
-        SvgDocument document(
-                svg(QStringLiteral("<text%1y=\"40\" font-size=\"8\">%2</text><rect id=\"r\" y=\"10\""
-                                   " width=\"20\" height=\"20\"><animate attributeName=\"x\""
-                                   " values=\"-9999999;50;5\" dur=\"1s\"/></rect><text>%2</text>")
-                            .arg(QString(gap, QLatin1Char(' ')), words)));
+        SvgDocument document(svgTitle(
+                QStringLiteral("<text%1y=\"40\" font-size=\"8\">%2</text><rect id=\"r\" y=\"10\""
+                               " width=\"20\" height=\"20\"><animate attributeName=\"x\""
+                               " values=\"-9999999;50;5\" dur=\"1s\"/></rect><text>%2</text>")
+                        .arg(QString(gap, QLatin1Char(' ')), words)));
         for (const int ms : {0, 500, 750, 2000, 0, 999, 500}) {
             const QImage picture = renderAt(document, ms);
             const QDomDocument tree = savedTree(document);
-            QCOMPARE(tree.elementsByTagName(QStringLiteral("text")).at(1).toElement().text(), words);
+            QCOMPARE(tree.elementsByTagName(QStringLiteral("text")).at(1).toElement().text(),
+                     words);
             COMPARE_PICTURES(picture,
                              renderStill(tree.toByteArray(), document.bounds(), picture.size()), 0);
         }
@@ -971,7 +951,7 @@ void PlaybackTest::playsOverALongerText()
 
 void PlaybackTest::savesChangesMadeThroughTheRoot()
 {
-    SvgDocument document(svg(movingRect() + QStringLiteral("<rect id=\"s\"/>")));
+    SvgDocument document(svgTitle(movingRect() + QStringLiteral("<rect id=\"s\"/>")));
     QDomNode root = document.documentRoot();
     QDomElement s = elementById(root, QStringLiteral("s"));
     // Whether the frame before it was the same one or another.
@@ -987,8 +967,9 @@ void PlaybackTest::savesChangesMadeThroughTheRoot()
 
 void PlaybackTest::overwritesChangesOfAnimatedAttributes()
 {
-    SvgDocument document(svg(QStringLiteral(
-            "<rect id=\"r\" a=\"T\"><animate attributeName=\"a\" values=\"A\" dur=\"1s\"/></rect>")));
+    SvgDocument document(
+            svgTitle(QStringLiteral("<rect id=\"r\" a=\"T\"><animate attributeName=\"a\" "
+                                    "values=\"A\" dur=\"1s\"/></rect>")));
     QDomElement r = elementById(document.documentRoot(), QStringLiteral("r"));
     for (const int ms : {500, 500, 2000, 2000, 500}) {
         r.setAttribute(QStringLiteral("a"), QStringLiteral("mine"));
@@ -1002,7 +983,7 @@ void PlaybackTest::overwritesChangesOfAnimatedAttributes()
 
 void PlaybackTest::looksElementsUpByTheirPlace()
 {
-    SvgDocument document(svg(QStringLiteral(
+    SvgDocument document(svgTitle(QStringLiteral(
             "<defs><g id=\"d\"><animate attributeName=\"visibility\" values=\"hidden\" dur=\"1s\"/>"
             "</g></defs><g id=\"p\"/><g id=\"r\" a=\"T\"><animate attributeName=\"a\" values=\"A\""
             " dur=\"1s\"/></g><g id=\"q\"/><use id=\"u\" xlink:href=\"#d\"/>")));
@@ -1029,7 +1010,7 @@ void PlaybackTest::looksElementsUpByTheirPlace()
 
 void PlaybackTest::skipsElementsThatAreGone()
 {
-    SvgDocument document(svg(QStringLiteral(
+    SvgDocument document(svgTitle(QStringLiteral(
             "<g id=\"p\"><animate attributeName=\"a\" values=\"A\" dur=\"1s\"/></g>"
             "<g><g id=\"r\"><animate attributeName=\"a\" values=\"B\" dur=\"1s\"/></g></g>")));
     document.applyAnimation(500);
@@ -1050,7 +1031,7 @@ void PlaybackTest::skipsElementsThatAreGone()
 
 void PlaybackTest::losesUnsavedChangesWhenTheTextIsParsed()
 {
-    SvgDocument document(svg(movingRect()));
+    SvgDocument document(svgTitle(movingRect()));
     for (int i = 0; i < 2; ++i) {
         const QDomNode root = document.documentRoot();
         QDomElement rect = elementById(root, QStringLiteral("r"));

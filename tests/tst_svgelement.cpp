@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "WarningFreeTest.h"
+#include "TreeTest.h"
 
 #include <Scene/SvgElement.h>
 
@@ -15,13 +15,6 @@ using Location = std::vector<int>;
 Q_DECLARE_METATYPE(Location)
 
 namespace {
-
-QDomDocument parsed(const QString &text)
-{
-    QDomDocument document;
-    document.setContent(text);
-    return document;
-}
 
 QDomElement descendantWithId(const QDomElement &element, const QString &id)
 {

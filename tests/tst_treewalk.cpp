@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "WarningFreeTest.h"
+#include "TreeTest.h"
 
 #include <Scene/TreeWalk_p.h>
 
@@ -9,13 +9,6 @@
 #include <QRandomGenerator>
 
 namespace {
-
-QDomDocument parsed(const QString &text)
-{
-    QDomDocument document;
-    document.setContent(text);
-    return document;
-}
 
 /// Some node: mostly an element, often one that matters for the elements below it.
 QDomNode anyNode(QDomDocument &document, QRandomGenerator &random)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "WarningFreeTest.h"
+#include "TitleTest.h"
 
 #include <Scene/AnimatableAttributeText.h>
 #include <Scene/SvgDocument.h>
@@ -14,18 +14,11 @@
 
 namespace {
 
-QString svg(const QString &content)
-{
-    return QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\""
-                          " xmlns:xlink=\"http://www.w3.org/1999/xlink\""
-                          " viewBox=\"0 0 100 50\">%1</svg>")
-            .arg(content);
-}
-
 /// A title with a definition "a" and with elements of one's own.
 QString svgWithDefinition(const QString &content)
 {
-    return svg(QStringLiteral("<defs><rect id=\"a\" width=\"9\" height=\"9\"/></defs>") + content);
+    return svgTitle(QStringLiteral("<defs><rect id=\"a\" width=\"9\" height=\"9\"/></defs>")
+                    + content);
 }
 
 QDomElement firstDefinition(const QDomNode &root)
@@ -37,9 +30,8 @@ QDomElement firstDefinition(const QDomNode &root)
 bool hideFirstDefinition(SvgDocument &document)
 {
     const QDomNode root = document.documentRoot();
-    const boost::shared_ptr<AnimatableAttribute> visibility(
-            new AnimatableAttributeText(firstDefinition(root), root, QStringLiteral("visibility"),
-                                        {QStringLiteral("hidden")}));
+    const boost::shared_ptr<AnimatableAttribute> visibility(new AnimatableAttributeText(
+            firstDefinition(root), root, QStringLiteral("visibility"), {QStringLiteral("hidden")}));
     return document.updateDefinitionVisibility(root, visibility, QStringLiteral("hidden"));
 }
 
@@ -106,10 +98,10 @@ void UseElementsTest::findsUsesOfADefinition_data()
     row("without the prefix", "<use id=\"u\" href=\"#a\"/>", {});
     row("with another prefix",
         "<use id=\"u\" xmlns:xl=\"http://www.w3.org/1999/xlink\" xl:href=\"#a\"/>", {});
-    row("both forms: the prefixed one counts",
-        "<use id=\"u\" href=\"#a\" xlink:href=\"#b\"/>", {});
+    row("both forms: the prefixed one counts", "<use id=\"u\" href=\"#a\" xlink:href=\"#b\"/>", {});
     row("in another file", "<use id=\"u\" xlink:href=\"other.svg#a\"/>", {});
     row("without the number sign", "<use id=\"u\" xlink:href=\"a\"/>", {});
+    row("another sign before the id", "<use id=\"u\" xlink:href=\"?a\"/>", {});
     row("space before the number sign", "<use id=\"u\" xlink:href=\" #a\"/>", {});
     row("space behind the id", "<use id=\"u\" xlink:href=\"#a \"/>", {});
     row("only one number sign is removed", "<use id=\"u\" xlink:href=\"##a\"/>", {});
@@ -148,7 +140,7 @@ void UseElementsTest::findsUsesOfADefinition()
 void UseElementsTest::keepsAnEmptyReferenceUnderTheEmptyId()
 {
     SvgDocument document(
-            svg(QStringLiteral("<defs><rect/></defs><use id=\"u\" xlink:href=\"#\"/>")));
+            svgTitle(QStringLiteral("<defs><rect/></defs><use id=\"u\" xlink:href=\"#\"/>")));
     QVERIFY(hideFirstDefinition(document));
     QCOMPARE(hiddenElements(document), QStringList{QStringLiteral("u")});
 }
@@ -167,8 +159,8 @@ void UseElementsTest::tellsDefinitionsApart()
 
 void UseElementsTest::findsUsesBeforeTheDefinition()
 {
-    SvgDocument document(svg(QStringLiteral(
-            "<use id=\"u\" xlink:href=\"#a\"/><defs><rect id=\"a\" width=\"9\" height=\"9\"/></defs>")));
+    SvgDocument document(svgTitle(QStringLiteral("<use id=\"u\" xlink:href=\"#a\"/><defs><rect "
+                                                 "id=\"a\" width=\"9\" height=\"9\"/></defs>")));
     QVERIFY(hideFirstDefinition(document));
     QCOMPARE(hiddenElements(document), QStringList{QStringLiteral("u")});
 }
@@ -205,8 +197,8 @@ void UseElementsTest::findsUsesInTextWrittenLater()
     SvgDocument document(svgWithDefinition(QString()));
     QVERIFY(!hideFirstDefinition(document));
     document.seek(0);
-    document.write(svgWithDefinition(QStringLiteral("<rect/><use id=\"u\" xlink:href=\"#a\"/>"))
-                         .toUtf8());
+    document.write(
+            svgWithDefinition(QStringLiteral("<rect/><use id=\"u\" xlink:href=\"#a\"/>")).toUtf8());
     document.detectUseElements();
     QVERIFY(hideFirstDefinition(document));
     QCOMPARE(hiddenElements(document), QStringList{QStringLiteral("u")});
@@ -217,8 +209,8 @@ void UseElementsTest::addsToWhatItFoundBefore()
     SvgDocument document(svgWithDefinition(QStringLiteral("<use id=\"u\" xlink:href=\"#a\"/>")));
     document.seek(0);
     document.write(svgWithDefinition(QStringLiteral("<rect id=\"r\"/>"
-                                                  "<use id=\"v\" xlink:href=\"#a\"/>"))
-                         .toUtf8());
+                                                    "<use id=\"v\" xlink:href=\"#a\"/>"))
+                           .toUtf8());
     document.detectUseElements();
     QVERIFY(hideFirstDefinition(document));
     // The element that now stands where the first one was found is taken for it.
@@ -227,8 +219,8 @@ void UseElementsTest::addsToWhatItFoundBefore()
 
 void UseElementsTest::findsUsesAgainInALaterTree()
 {
-    SvgDocument document(svgWithDefinition(
-            QStringLiteral("<g><rect/><use id=\"u\" xlink:href=\"#a\"/></g>")));
+    SvgDocument document(
+            svgWithDefinition(QStringLiteral("<g><rect/><use id=\"u\" xlink:href=\"#a\"/></g>")));
     for (int i = 0; i < 3; ++i) {
         document.viewBox();
         QCOMPARE(hiddenElements(document), QStringList());
