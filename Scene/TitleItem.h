@@ -22,8 +22,8 @@ class QTextDocument;
 /// text cursor. A double click begins editing, losing the focus ends it; what was changed is then
 /// reported by one contentEdited().
 ///
-/// The text is laid out at 96 dots per inch whatever the screen is, so that its lines break at the
-/// same places everywhere.
+/// Fonts are measured at 96 dots per inch whatever the screen is, so that lines break at the same
+/// places on screens of different scale.
 ///
 /// A styling object of the application's gives the pens of the frame by its dynamic properties
 /// "decoratorPen" and "strokeColor", or "decoratorSelectedPen" and "strokeSelectedPen" while the
