@@ -96,21 +96,31 @@ QTextCharFormat withWholeFont(const QTextCharFormat &format)
     return whole;
 }
 
+/// Whether the format leaves nothing to the default font that the new one would change.
+bool isIndependentOf(const QTextCharFormat &format, const QFont &newDefault)
+{
+    const QFont font = format.font();
+    return font.resolve(newDefault) == font
+        && !format.hasProperty(QTextFormat::FontSizeAdjustment);
+}
+
 /// Writes the whole font into all formats that would look different under the new default font.
-/// True when there were any.
-bool keepLook(QTextDocument *document, const QFont &newDefault)
+void keepLook(QTextDocument *document, const QFont &newDefault)
 {
     QVector<FormatRun> runs = formatRuns(*document);
     runs.erase(std::remove_if(runs.begin(), runs.end(),
                               [&newDefault](const FormatRun &run) {
-                                  const QFont font = run.format.font();
-                                  return font.resolve(newDefault) == font;
+                                  return isIndependentOf(run.format, newDefault);
                               }),
                runs.end());
     if (runs.isEmpty())
-        return false;
+        return;
+    // An earlier text would come back in the new font. A block's own format shows no text.
+    const bool canBeUndone = document->isUndoAvailable()
+        && std::all_of(runs.cbegin(), runs.cend(),
+                       [](const FormatRun &run) { return run.begin == run.end; });
     QTextCursor cursor(document);
-    cursor.beginEditBlock();
+    cursor.joinPreviousEditBlock();
     for (const FormatRun &run : qAsConst(runs)) {
         cursor.setPosition(run.begin);
         cursor.setPosition(run.end, QTextCursor::KeepAnchor);
@@ -120,7 +130,8 @@ bool keepLook(QTextDocument *document, const QFont &newDefault)
             cursor.setBlockCharFormat(withWholeFont(run.format));
     }
     cursor.endEditBlock();
-    return true;
+    if (!canBeUndone)
+        document->clearUndoRedoStacks();
 }
 
 } // namespace
@@ -137,8 +148,6 @@ TitleItem::TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem 
         });
     }
     followDocument();
-    if (this->document()->isEmpty())
-        m_lastCharFormat = currentCharFormat();
     setFlags(ItemIsFocusable | ItemIsMovable | ItemIsSelectable);
     endEditing();
 }
@@ -316,8 +325,7 @@ void TitleItem::makeDefault(const QFont &font)
 {
     const bool wasModified = m_modified;
     const bool wasDocumentModified = document()->isModified();
-    if (keepLook(document(), font))
-        document()->clearUndoRedoStacks(); // an earlier text would come back in the new font
+    keepLook(document(), font);
     document()->setDefaultFont(font);
     document()->setModified(wasDocumentModified);
     m_modified = wasModified;
@@ -345,7 +353,7 @@ void TitleItem::pastePlainText(QKeyEvent *event)
     if (!replacesAll || textCursor().hasSelection())
         return;
     QTextCursor all(document());
-    all.joinPreviousEditBlock();
+    all.beginEditBlock();
     all.setPosition(0);
     all.setPosition(document()->characterCount() - 1, QTextCursor::KeepAnchor);
     all.setCharFormat(m_lastCharFormat);

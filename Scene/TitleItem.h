@@ -59,7 +59,12 @@ public:
 Q_SIGNALS:
     /// Editing has ended and the content was changed.
     void contentEdited();
+
+    /// The format at the text cursor, after an event that found another one there than before.
     void currentCharFormatChanged(QTextCharFormat);
+
+    /// The text is of another size. Comes while the text is being laid out: who wants to delete the
+    /// item then, uses deleteLater().
     void geometryChanged();
 
 public Q_SLOTS:
@@ -73,7 +78,9 @@ public Q_SLOTS:
 
     /// Looks at the format at the text cursor after an event of \a type (QEvent::Type): emits
     /// currentCharFormatChanged() when it is another one, keeps it for the next character when all
-    /// text is deleted, and makes its font the document's default font.
+    /// text is deleted, and makes its font the document's default font, unless the event is one of
+    /// the scene's mouse and hover events. Text that left its font to the default gets that font
+    /// for itself first, and with it the document forgets what could be undone.
     void checkFormatChanges(int type);
 
 protected:

@@ -13,6 +13,9 @@ class TitleItemLifetimeTest : public WarningFreeTest
 private Q_SLOTS:
     void listenersMayDeleteTheTitle_data();
     void listenersMayDeleteTheTitle();
+    void geometryListenersMayDeleteTheTitle_data();
+    void geometryListenersMayDeleteTheTitle();
+    void stylingObjectGoesFirst();
     void deletedWhileEdited();
 
     void makesADocumentOfItsOwn();
@@ -112,6 +115,59 @@ void TitleItemLifetimeTest::listenersMayDeleteTheTitle()
     QVERIFY(!stage.item);
     QVERIFY(!stage.scene.items().contains(item));
     QCOMPARE(stage.document.documentLayout()->paintDevice(), nullptr);
+}
+
+/// While the text changes, by deleteLater(); see geometryChanged().
+void TitleItemLifetimeTest::geometryListenersMayDeleteTheTitle_data()
+{
+    QTest::addColumn<Action>("action");
+    QTest::addColumn<bool>("isLater");
+
+    QTest::newRow("setSize()")
+            << Action([](TextStage &stage) { stage.item->setSize(QSizeF(20, 100)); }) << false;
+    QTest::newRow("a new text width")
+            << Action([](TextStage &stage) { stage.document.setTextWidth(20); }) << false;
+    QTest::newRow("a change of the document")
+            << Action([](TextStage &stage) { stage.document.setPlainText(QStringLiteral("a\nb")); })
+            << true;
+    QTest::newRow("typing") << Action([](TextStage &stage) {
+        stage.item->setEditable(true);
+        stage.press(Qt::Key_Return);
+    }) << true;
+}
+
+void TitleItemLifetimeTest::geometryListenersMayDeleteTheTitle()
+{
+    QFETCH(const Action, action);
+    QFETCH(const bool, isLater);
+
+    TextStage stage(QStringLiteral("one <b>bold</b> two"));
+    QVERIFY(stage.show());
+    TitleItem *item = stage.item;
+    if (isLater)
+        connect(item, &TitleItem::geometryChanged, item, &QObject::deleteLater);
+    else
+        connect(item, &TitleItem::geometryChanged, this, [item] { delete item; });
+    action(stage);
+    QTRY_VERIFY(!stage.item);
+    QVERIFY(!stage.scene.items().contains(item));
+    QCOMPARE(stage.document.documentLayout()->paintDevice(), nullptr);
+}
+
+void TitleItemLifetimeTest::stylingObjectGoesFirst()
+{
+    TextStage stage(QStringLiteral("one"));
+    QVERIFY(stage.show());
+    auto *styling = new QObject;
+    stage.item->setStylingObject(styling);
+    stage.view.grab();
+    delete styling;
+    QCOMPARE(stage.item->stylingObject(), nullptr);
+    stage.item->setHighlight(true);
+    stage.view.grab();
+    stage.item->setEditable(true);
+    stage.type(QStringLiteral("x"));
+    QCOMPARE(stage.text(), QStringLiteral("xone"));
 }
 
 void TitleItemLifetimeTest::deletedWhileEdited()
