@@ -8,6 +8,7 @@
 #include "AnimatableAttribute.h"
 #include "ElementIndex_p.h"
 #include "Renderer_p.h"
+#include "StartTags_p.h"
 #include "TreeWalk_p.h"
 #include "XmlText_p.h"
 
@@ -74,7 +75,7 @@ bool SvgDocument::isTextKnown() const
 
 bool SvgDocument::isInAgreement(Agreement agreement) const
 {
-    return isTextKnown() && !m_treeIsShared && m_agreement == agreement;
+    return isTextKnown() && !m_treeIsShared && m_agreement == agreement && !hasUnsavedTags();
 }
 
 /// Whether the text may be given to parsers. Our own saves may; a text that somebody else has
@@ -183,7 +184,11 @@ QDomNode SvgDocument::documentRoot()
 
 void SvgDocument::saveToBuffer()
 {
-    writeTree(QDomNode::EncodingFromTextStream);
+    const bool onlyTagsChanged = isTextKnown() && !m_treeIsShared && hasUnsavedTags();
+    if (onlyTagsChanged)
+        rewriteTags();
+    else
+        writeTree(QDomNode::EncodingFromTextStream);
     m_agreement = Agreement::TextIsSavedTree;
 }
 
@@ -198,6 +203,23 @@ void SvgDocument::writeTree(QDomNode::EncodingPolicy policy)
     m_knownText = m_data;
     m_admitted = !m_dom.documentElement().isNull();
     m_agreement = Agreement::None;
+    m_startTags.reset();
+}
+
+/// What writeTree() would write, at the cost of the tags that have changed.
+void SvgDocument::rewriteTags()
+{
+    const auto oldText = QByteArray::fromRawData(m_data.constData(), int(m_textSize));
+    const QByteArray &text = m_startTags->rewritten(oldText, m_elements->elements());
+    m_knownText.clear(); // or writing would copy the old text first
+    seek(0);
+    write(text);
+    m_knownText = m_data;
+}
+
+bool SvgDocument::hasUnsavedTags() const
+{
+    return m_startTags && m_startTags->hasChanges();
 }
 
 /// Fills the tree from the text, unless it is known to be filled from this very text. What a parser
@@ -208,7 +230,7 @@ void SvgDocument::parseTree()
     if (isInAgreement(Agreement::TreeIsParsedText))
         return;
     seek(0);
-    placesChanged();
+    forgetElements();
     // Text behind the root makes the parser report an error, too, but the tree is complete then.
     if (isAdmitted)
         m_dom.setContent(this);
@@ -218,26 +240,56 @@ void SvgDocument::parseTree()
     m_agreement = Agreement::TreeIsParsedText;
 }
 
-/// The element at a place that the document knows, or at any other place.
-QDomElement SvgDocument::find(const SvgElement &place, const QDomNode &root)
+/// Changes an attribute of the element at a place that the document knows, or at any other place.
+/// The change tells whether it made a difference.
+void SvgDocument::edit(const SvgElement &place, const QDomNode &root, const QString &attributeName,
+                       const std::function<bool(const QDomElement &)> &change)
 {
-    if (m_treeIsShared || root != m_dom.documentElement())
-        return place.findNode(root).toElement();
+    if (m_treeIsShared || root != m_dom.documentElement()) {
+        if (change(place.findNode(root).toElement()))
+            m_agreement = Agreement::None;
+        return;
+    }
     if (!m_elements)
         m_elements = std::make_unique<ElementIndex>(root, places());
-    return m_elements->element(place);
+    const int number = m_elements->number(place);
+    if (number == ElementIndex::none)
+        return;
+    const QDomElement &element = m_elements->elements()[std::size_t(number)];
+    const bool hadAttribute = element.hasAttribute(attributeName);
+    if (!change(element))
+        return;
+    m_shownSteps.clear();
+    StartTags *const tags = startTags();
+    if (!tags)
+        m_agreement = Agreement::None;
+    else if (hadAttribute && element.hasAttribute(attributeName))
+        tags->noteValueChange(number, attributeName);
+    else
+        tags->noteChange(number);
 }
 
-/// To be called after every change of the tree that the text does not have yet.
-void SvgDocument::treeChanged()
+/// Where the attributes of m_elements stand in the text; null when it is no saved tree. What
+/// stands in them does not matter, so the tree may already be ahead of the text.
+StartTags *SvgDocument::startTags()
 {
-    m_agreement = Agreement::None;
+    if (m_agreement != Agreement::TextIsSavedTree || !isTextKnown())
+        return nullptr;
+    if (!m_startTags)
+        m_startTags = std::make_unique<StartTags>(
+                QByteArray::fromRawData(m_data.constData(), int(m_textSize)),
+                m_dom.documentElement(), m_elements->elements());
+    return m_startTags.get();
 }
 
-/// To be called after every change of what places() holds.
-void SvgDocument::placesChanged()
+/// To be called before every change of what places() holds, and of the tree's structure.
+void SvgDocument::forgetElements()
 {
+    if (hasUnsavedTags())
+        m_agreement = Agreement::None;
+    m_startTags.reset();
     m_elements.reset();
+    m_shownSteps.clear();
 }
 
 std::vector<const SvgElement *> SvgDocument::places() const
