@@ -197,21 +197,17 @@ private:
     using SvgElements = std::vector<boost::shared_ptr<SvgElement>>;
     using AttributeNumbers = std::vector<std::size_t>;
 
-    // How the tree and the text stand to each other, but for what m_startTags has noted.
-    enum class Agreement {
-        None,
-        TreeIsParsedText, // the tree is what parsing the text gives
-        TextIsSavedTree   // the text is what saveToBuffer() makes of the tree
-    };
-
     bool isTextKnown() const;
     bool isTextAdmitted();
-    bool isInAgreement(Agreement agreement) const;
+    bool isTreeParsedText() const;
+    bool isTextSavedTree() const;
     std::unique_ptr<RendererDocument> loadRenderer();
-    void analyse(const RendererDocument &renderer, const QString &svgText);
+    void tryRenderer();
+    void analyse(const QString &svgText);
     void parseTree();
     void writeTree(QDomNode::EncodingPolicy policy);
     void rewriteTags();
+    void disagree();
     bool hasUnsavedTags() const;
 
     void edit(const SvgElement &place, const QDomNode &root, const QString &attributeName,
@@ -261,7 +257,8 @@ private:
     QByteArray m_knownText;      // shares m_data's bytes unless somebody else has written them
     bool m_admitted = false;     // the known text may be given to parsers
     bool m_treeIsShared = false; // somebody outside may have changed the tree since it was parsed
-    Agreement m_agreement = Agreement::None;
+    bool m_treeIsParsedText = false; // the tree is what parsing the known text gives
+    bool m_textIsSavedTree = false;  // the known text is what saveToBuffer() makes of the tree
     std::unique_ptr<ElementIndex> m_elements; // of places() in the tree; null when out of date
     std::unique_ptr<StartTags>
             m_startTags; // of m_elements in the saved tree; null when out of date

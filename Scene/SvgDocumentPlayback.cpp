@@ -67,7 +67,7 @@ void SvgDocument::applyAnimation(int ms)
         if (needed[i])
             carryOut(steps[i]);
     }
-    if (!isInAgreement(Agreement::TextIsSavedTree))
+    if (!isTextSavedTree())
         saveToBuffer();
     m_shownSteps = std::move(steps);
 }
@@ -75,7 +75,7 @@ void SvgDocument::applyAnimation(int ms)
 /// Whether tree and text are what these steps have made of them.
 bool SvgDocument::isShowing(const std::vector<FrameStep> &steps) const
 {
-    return isInAgreement(Agreement::TextIsSavedTree)
+    return isTextSavedTree()
             && std::equal(steps.begin(), steps.end(), m_shownSteps.begin(), m_shownSteps.end(),
                           [](const FrameStep &a, const FrameStep &b) {
                               return a.animation == b.animation && a.isDefault == b.isDefault

@@ -8,7 +8,6 @@
 #include <Scene/TreeWalk_p.h>
 
 #include <QDomDocument>
-#include <QTextStream>
 
 #include <vector>
 
@@ -16,17 +15,6 @@
 // changed tree gives.
 
 namespace {
-
-QByteArray saved(const QDomDocument &tree)
-{
-    QByteArray text;
-    {
-        QTextStream stream(&text);
-        stream.setCodec("UTF-8");
-        tree.save(stream, 1, QDomNode::EncodingFromTextStream);
-    }
-    return text;
-}
 
 /// All elements whose id starts with "e", in document order.
 std::vector<QDomElement> markedElements(const QDomDocument &tree)
