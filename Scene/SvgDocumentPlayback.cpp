@@ -12,14 +12,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 // How a title gets to a time: for each animated attribute one animation wins or the template's own
 // value comes back, the tree is saved, and the renderer draws the saved text.
 
 namespace {
-
-using Animations = std::vector<boost::shared_ptr<AnimatableAttribute>>;
 
 bool isInEffect(const AnimatableAttribute &animation, int ms)
 {
@@ -60,14 +59,28 @@ void SvgDocument::paint(QPainter *painter, int ms)
 
 void SvgDocument::applyAnimation(int ms)
 {
-    const std::vector<FrameStep> steps = stepsAt(ms);
+    std::vector<FrameStep> steps = stepsAt(ms);
+    if (steps.empty() || isShowing(steps))
+        return;
     const std::vector<bool> needed = neededSteps(steps);
     for (std::size_t i = 0; i < steps.size(); ++i) {
         if (needed[i])
             carryOut(steps[i]);
     }
-    if (!steps.empty() && !isInAgreement(Agreement::TextIsSavedTree))
+    if (!isTextSavedTree())
         saveToBuffer();
+    m_shownSteps = std::move(steps);
+}
+
+/// Whether tree and text are what these steps have made of them.
+bool SvgDocument::isShowing(const std::vector<FrameStep> &steps) const
+{
+    return isTextSavedTree()
+            && std::equal(steps.begin(), steps.end(), m_shownSteps.begin(), m_shownSteps.end(),
+                          [](const FrameStep &a, const FrameStep &b) {
+                              return a.animation == b.animation && a.isDefault == b.isDefault
+                                      && a.value == b.value;
+                          });
 }
 
 /// What has to be written at this time: the winners' values in document order, since two
@@ -75,21 +88,24 @@ void SvgDocument::applyAnimation(int ms)
 /// a winner.
 std::vector<SvgDocument::FrameStep> SvgDocument::stepsAt(int ms) const
 {
-    const std::vector<bool> winners = winnersAt(ms);
+    std::vector<bool> winners(m_animatableAttributes.size(), false);
+    std::vector<FrameStep> defaults;
+    for (const auto &entry : m_animationsById) {
+        if (const std::optional<std::size_t> winner = winnerAt(ms, entry.second)) {
+            winners[*winner] = true;
+        } else {
+            const auto &animation = m_animatableAttributes[entry.second.back()];
+            defaults.push_back({animation, animation->defaultValue(), true});
+        }
+    }
     std::vector<FrameStep> steps;
+    steps.reserve(m_animationsById.size());
     for (std::size_t number = 0; number < winners.size(); ++number) {
         const auto &animation = m_animatableAttributes[number];
         if (winners[number])
             steps.push_back({animation, animation->valueForTime(ms), false});
     }
-    for (const auto &entry : m_animationsById) {
-        const AttributeNumbers &numbers = entry.second;
-        const bool hasWinner = std::any_of(numbers.begin(), numbers.end(),
-                                           [&winners](std::size_t n) { return winners[n]; });
-        const auto &animation = m_animatableAttributes[numbers.back()];
-        if (!hasWinner)
-            steps.push_back({animation, animation->defaultValue(), true});
-    }
+    std::move(defaults.begin(), defaults.end(), std::back_inserter(steps));
     return steps;
 }
 
@@ -120,38 +136,35 @@ void SvgDocument::carryOut(const FrameStep &step)
         writeValue(*step.animation, step.value, root);
 }
 
-/// For each animation, by its index, whether it sets its attribute at this time.
-std::vector<bool> SvgDocument::winnersAt(int ms) const
+/// The one of an attribute's animations that sets it at this time, if any does.
+std::optional<std::size_t> SvgDocument::winnerAt(int ms, const AttributeNumbers &numbers) const
 {
-    std::vector<bool> winners(m_animatableAttributes.size(), false);
-    for (const auto &entry : m_animationsById) {
-        const AnimatableAttribute *winner = nullptr;
-        std::size_t winnerNumber = 0;
-        for (const std::size_t number : entry.second) {
-            const AnimatableAttribute &animation = *m_animatableAttributes[number];
-            if (isInEffect(animation, ms) && (!winner || displaces(animation, *winner, ms))) {
-                winner = &animation;
-                winnerNumber = number;
-            }
-        }
-        if (winner)
-            winners[winnerNumber] = true;
+    std::optional<std::size_t> winner;
+    for (const std::size_t number : numbers) {
+        const AnimatableAttribute &animation = *m_animatableAttributes[number];
+        if (isInEffect(animation, ms)
+            && (!winner || displaces(animation, *m_animatableAttributes[*winner], ms)))
+            winner = number;
     }
-    return winners;
+    return winner;
 }
 
 void SvgDocument::writeValue(const AdjustableAttribute &attribute, const QString &value,
                              const QDomNode &root)
 {
-    if (writeAttribute(find(attribute.element(), root), attribute.attributeName(), value))
-        treeChanged();
+    edit(attribute.element(), root, attribute.attributeName(), [&](const QDomElement &element) {
+        return writeAttribute(element, attribute.attributeName(), value);
+    });
 }
 
 void SvgDocument::restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root)
 {
     const QString value = attribute.defaultValue();
-    if (!value.isEmpty())
+    if (!value.isEmpty()) {
         writeValue(attribute, value, root);
-    else if (eraseAttribute(find(attribute.element(), root), attribute.attributeName()))
-        treeChanged();
+        return;
+    }
+    edit(attribute.element(), root, attribute.attributeName(), [&](const QDomElement &element) {
+        return eraseAttribute(element, attribute.attributeName());
+    });
 }

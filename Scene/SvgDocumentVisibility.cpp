@@ -109,12 +109,12 @@ std::map<QString, bool> shownIds(const Definitions &definitions)
 void SvgDocument::detectUseElements()
 {
     parseTree();
+    forgetElements();
     for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
         if (const std::optional<QString> id = usedId(walk.node().toElement()))
             m_useElements[*id].push_back(
                     boost::shared_ptr<SvgElement>(new SvgElement(walk.element())));
     }
-    placesChanged();
 }
 
 void SvgDocument::fixDefinitionsVisibility()
@@ -152,7 +152,9 @@ bool SvgDocument::showsUsesOf(const AnimatableAttribute &attribute) const
 void SvgDocument::showUses(const SvgElements &uses, bool visible, const QDomNode &root)
 {
     for (const auto &use : uses) {
-        if (!use->hasVisibilityAncestor() && writeVisibility(find(*use, root), visible))
-            treeChanged();
+        if (!use->hasVisibilityAncestor())
+            edit(*use, root, QStringLiteral("visibility"), [visible](const QDomElement &element) {
+                return writeVisibility(element, visible);
+            });
     }
 }

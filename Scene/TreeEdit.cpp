@@ -25,12 +25,16 @@ std::optional<QString> usedId(const QDomElement &element)
 
 bool writeAttribute(QDomElement element, const QString &name, const QString &value)
 {
-    if (element.isNull() || !isAttributeName(name))
+    QDomAttr attribute = element.attributeNode(name);
+    if (element.isNull() || (!attribute.isNull() && attribute.value() == value))
         return false;
     const QString text = withoutForbiddenCharacters(value);
-    if (element.hasAttribute(name) && element.attribute(name) == text)
+    if (!isAttributeName(name) || (!attribute.isNull() && attribute.value() == text))
         return false;
-    element.setAttribute(name, text);
+    if (attribute.isNull())
+        element.setAttribute(name, text);
+    else
+        attribute.setValue(text);
     return true;
 }
 

@@ -72,12 +72,20 @@ Tree parsed(const QString &text)
     return tree;
 }
 
+/// The element that the index has for a place; null when it has none.
+QDomElement elementAt(const ElementIndex &index, const SvgElement &place)
+{
+    const int number = index.number(place);
+    return number == ElementIndex::none ? QDomElement() : index.elements().at(std::size_t(number));
+}
+
 /// Looks up every place in a tree and compares with what the place finds by itself.
 void compareWithPlaces(const QDomNode &root, const Places &places, Addresses order)
 {
     const ElementIndex index(root, std::move(order));
     for (const SvgElement &place : places)
-        QVERIFY2(index.element(place) == place.findNode(root).toElement(), qPrintable(place.id()));
+        QVERIFY2(elementAt(index, place) == place.findNode(root).toElement(),
+                 qPrintable(place.id()));
 }
 
 } // namespace
@@ -93,6 +101,7 @@ private Q_SLOTS:
     void noPlaces();
     void unknownPlace();
     void equalPlaces();
+    void elementsInDocumentOrder();
     void severalDigits();
     void placesBehindTheEnd();
     void nullRoot();
@@ -112,10 +121,10 @@ void ElementIndexTest::findsElements()
     const SvgElement d(root.lastChild(), root);
     const SvgElement a(root.firstChild(), root);
     const ElementIndex index(root, {&c, &d, &a});
-    QCOMPARE(index.element(a).tagName(), QStringLiteral("a"));
-    QCOMPARE(index.element(c).tagName(), QStringLiteral("c"));
-    QCOMPARE(index.element(d).tagName(), QStringLiteral("d"));
-    QVERIFY(index.element(c) == group.lastChild());
+    QCOMPARE(elementAt(index, a).tagName(), QStringLiteral("a"));
+    QCOMPARE(elementAt(index, c).tagName(), QStringLiteral("c"));
+    QCOMPARE(elementAt(index, d).tagName(), QStringLiteral("d"));
+    QVERIFY(elementAt(index, c) == group.lastChild());
 }
 
 void ElementIndexTest::findsTheRoot()
@@ -124,8 +133,8 @@ void ElementIndexTest::findsTheRoot()
     const SvgElement place(tree.root(), tree.root());
     const SvgElement child(tree.root().firstChild(), tree.root());
     const ElementIndex index(tree.root(), {&child, &place});
-    QVERIFY(index.element(place) == tree.root());
-    QVERIFY(index.element(child) == tree.root().firstChild());
+    QVERIFY(elementAt(index, place) == tree.root());
+    QVERIFY(elementAt(index, child) == tree.root().firstChild());
 }
 
 void ElementIndexTest::nodesThatAreNoElements()
@@ -135,16 +144,16 @@ void ElementIndexTest::nodesThatAreNoElements()
     const SvgElement comment(tree.root().lastChild(), tree.root());
     const SvgElement element(tree.root().firstChildElement(), tree.root());
     const ElementIndex index(tree.root(), {&text, &comment, &element});
-    QVERIFY(index.element(text).isNull());
-    QVERIFY(index.element(comment).isNull());
-    QCOMPARE(index.element(element).tagName(), QStringLiteral("a"));
+    QVERIFY(elementAt(index, text).isNull());
+    QVERIFY(elementAt(index, comment).isNull());
+    QCOMPARE(elementAt(index, element).tagName(), QStringLiteral("a"));
 }
 
 void ElementIndexTest::noPlaces()
 {
     const Tree tree = parsed(QStringLiteral("<svg/>"));
     const ElementIndex index(tree.root(), {});
-    QVERIFY(index.element(SvgElement(tree.root(), tree.root())).isNull());
+    QVERIFY(elementAt(index, SvgElement(tree.root(), tree.root())).isNull());
 }
 
 // Places are known by address, not by what they lead to.
@@ -154,8 +163,8 @@ void ElementIndexTest::unknownPlace()
     const SvgElement known(tree.root().firstChild(), tree.root());
     const SvgElement unknown = known;
     const ElementIndex index(tree.root(), {&known});
-    QVERIFY(!index.element(known).isNull());
-    QVERIFY(index.element(unknown).isNull());
+    QVERIFY(!elementAt(index, known).isNull());
+    QVERIFY(elementAt(index, unknown).isNull());
 }
 
 void ElementIndexTest::equalPlaces()
@@ -167,7 +176,27 @@ void ElementIndexTest::equalPlaces()
     twice.insert(twice.end(), twice.begin(), twice.begin() + 2);
     const ElementIndex index(tree.root(), twice);
     for (const SvgElement &place : places)
-        QVERIFY(index.element(place) == b);
+        QVERIFY(elementAt(index, place) == b);
+}
+
+void ElementIndexTest::elementsInDocumentOrder()
+{
+    const Tree tree = parsed(QStringLiteral("<svg><a/><g><b/><c/></g><d/></svg>"));
+    Places places;
+    for (const char *name : {"d", "c", "a", "c", "g"})
+        places.emplace_back(tree.document.elementsByTagName(QLatin1String(name)).at(0),
+                            tree.root());
+    const ElementIndex index(tree.root(), addresses(places));
+    QStringList names;
+    for (const QDomElement &element : index.elements())
+        names.append(element.tagName());
+    QCOMPARE(names,
+             (QStringList{QStringLiteral("a"), QStringLiteral("g"), QStringLiteral("c"),
+                          QStringLiteral("d")}));
+    QCOMPARE(index.number(places.at(0)), 3);
+    QCOMPARE(index.number(places.at(1)), 2);
+    QCOMPARE(index.number(places.at(3)), 2);
+    QCOMPARE(index.number(places.at(4)), 1);
 }
 
 // Places are in order by their numbers, not by their texts.
@@ -208,8 +237,8 @@ void ElementIndexTest::nullRoot()
     const SvgElement root(tree.root(), tree.root());
     const SvgElement child(tree.root().firstChild(), tree.root());
     const ElementIndex index(QDomNode(), {&root, &child});
-    QVERIFY(index.element(root).isNull());
-    QVERIFY(index.element(child).isNull());
+    QVERIFY(elementAt(index, root).isNull());
+    QVERIFY(elementAt(index, child).isNull());
 }
 
 void ElementIndexTest::everyPlaceInRandomTrees()
@@ -271,10 +300,10 @@ void ElementIndexTest::treeParsedAnew()
     for (const QString &name : {QStringLiteral("a"), QStringLiteral("d"), QStringLiteral("e")})
         places.emplace_back(first.document.elementsByTagName(name).at(0), first.root());
     const ElementIndex index(second.root(), addresses(places));
-    QVERIFY(index.element(places.at(0)) == second.root().firstChild());
-    QCOMPARE(index.element(places.at(1)).tagName(), QStringLiteral("d"));
-    QVERIFY(index.element(places.at(1)).ownerDocument() == second.document);
-    QVERIFY(index.element(places.at(2)) == second.root().lastChild());
+    QVERIFY(elementAt(index, places.at(0)) == second.root().firstChild());
+    QCOMPARE(elementAt(index, places.at(1)).tagName(), QStringLiteral("d"));
+    QVERIFY(elementAt(index, places.at(1)).ownerDocument() == second.document);
+    QVERIFY(elementAt(index, places.at(2)) == second.root().lastChild());
 }
 
 void ElementIndexTest::placesBelowAnotherRoot()
@@ -282,7 +311,7 @@ void ElementIndexTest::placesBelowAnotherRoot()
     const Tree tree = parsed(QStringLiteral("<svg><a/><g><b/><c/></g></svg>"));
     const SvgElement second(tree.root().lastChild(), tree.root());
     const ElementIndex below(tree.root().lastChild(), {&second});
-    QCOMPARE(below.element(second).tagName(), QStringLiteral("c"));
+    QCOMPARE(elementAt(below, second).tagName(), QStringLiteral("c"));
 }
 
 QTEST_APPLESS_MAIN(ElementIndexTest)
