@@ -47,8 +47,7 @@ int AnimatableAttribute::endTime() const
 void AnimatableAttribute::calculateValues(int time, int &index, int &nextIndex,
                                           double &fraction) const
 {
-    const KeyValuePosition position =
-            keyValuePosition(progress(time), m_valueCount, m_calcMode == Discrete);
+    const KeyValuePosition position = keyValuesAt(time);
     index = position.index;
     nextIndex = position.nextIndex;
     fraction = position.fraction;
@@ -67,4 +66,9 @@ void AnimatableAttribute::setValueCount(int count)
 double AnimatableAttribute::progress(int time) const
 {
     return cycleProgress(time, m_begin, m_end, m_repeatCount);
+}
+
+KeyValuePosition AnimatableAttribute::keyValuesAt(int time) const
+{
+    return keyValuePosition(progress(time), m_valueCount, m_calcMode == Discrete);
 }

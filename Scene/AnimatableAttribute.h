@@ -5,6 +5,8 @@
 
 #include <Scene/AdjustableAttribute.h>
 
+struct KeyValuePosition;
+
 /// One SMIL animation of one attribute of one element.
 ///
 /// Knows when the animation is in effect, how a time maps onto its key values, and how to write
@@ -63,6 +65,9 @@ protected:
 
     /// How far \a time is in its cycle, 0 to 1.
     double progress(int time) const;
+
+    /// What calculateValues() yields.
+    KeyValuePosition keyValuesAt(int time) const;
 
 private:
     bool m_freeze = true;

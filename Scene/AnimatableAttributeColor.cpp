@@ -3,6 +3,8 @@
 
 #include "AnimatableAttributeColor.h"
 
+#include "KeyValues_p.h"
+
 #include <utility>
 
 namespace {
@@ -37,15 +39,12 @@ QString AnimatableAttributeColor::valueForTime(int time) const
 {
     if (m_values.isEmpty())
         return QString();
-    int index = 0;
-    int nextIndex = 0;
-    double fraction = 0.0;
-    calculateValues(time, index, nextIndex, fraction);
-    const QColor &from = m_values.at(index);
-    const QColor &to = m_values.at(nextIndex);
-    const int alpha = between(from.alpha(), to.alpha(), fraction);
-    const int red = between(from.red(), to.red(), fraction);
-    const int green = between(from.green(), to.green(), fraction);
-    const int blue = between(from.blue(), to.blue(), fraction);
+    const KeyValuePosition position = keyValuesAt(time);
+    const QColor &from = m_values.at(position.index);
+    const QColor &to = m_values.at(position.nextIndex);
+    const int alpha = between(from.alpha(), to.alpha(), position.fraction);
+    const int red = between(from.red(), to.red(), position.fraction);
+    const int green = between(from.green(), to.green(), position.fraction);
+    const int blue = between(from.blue(), to.blue(), position.fraction);
     return QColor(red, green, blue, alpha).name();
 }

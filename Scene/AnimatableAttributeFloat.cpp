@@ -27,9 +27,7 @@ QString AnimatableAttributeFloat::valueForTime(int time) const
 {
     if (m_values.isEmpty())
         return QString();
-    int index = 0;
-    int nextIndex = 0;
-    double fraction = 0.0;
-    calculateValues(time, index, nextIndex, fraction);
-    return interpolatedNumber(m_values.at(index), m_values.at(nextIndex), fraction);
+    const KeyValuePosition position = keyValuesAt(time);
+    return interpolatedNumber(m_values.at(position.index), m_values.at(position.nextIndex),
+                              position.fraction);
 }

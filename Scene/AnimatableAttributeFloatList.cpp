@@ -43,16 +43,13 @@ QString AnimatableAttributeFloatList::valueForTime(int time) const
 {
     if (m_values.isEmpty())
         return QString();
-    int index = 0;
-    int nextIndex = 0;
-    double fraction = 0.0;
-    calculateValues(time, index, nextIndex, fraction);
-    const std::vector<double> &from = m_values.at(index);
-    const std::vector<double> &to = m_values.at(nextIndex);
+    const KeyValuePosition position = keyValuesAt(time);
+    const std::vector<double> &from = m_values.at(position.index);
+    const std::vector<double> &to = m_values.at(position.nextIndex);
     std::vector<QString> numbers;
     numbers.reserve(to.size());
     for (std::size_t i = 0; i < to.size(); ++i)
-        numbers.push_back(interpolatedNumber(from[i], to[i], fraction));
+        numbers.push_back(interpolatedNumber(from[i], to[i], position.fraction));
     return m_startsWithNumber ? interleaved(numbers, m_separators)
                               : interleaved(m_separators, numbers);
 }

@@ -77,8 +77,14 @@ bool standsBefore(const SvgElement *a, const SvgElement *b)
 ElementIndex::ElementIndex(const QDomNode &root, std::vector<const SvgElement *> places)
 {
     std::sort(places.begin(), places.end(), standsBefore);
-    m_elements.reserve(int(places.size()));
+    m_numbers.reserve(int(places.size()));
     Cursor cursor(root);
-    for (const SvgElement *place : places)
-        m_elements.insert(place, cursor.moveTo(place->location()).toElement());
+    for (const SvgElement *place : places) {
+        const QDomElement element = cursor.moveTo(place->location()).toElement();
+        if (element.isNull())
+            continue;
+        if (m_elements.empty() || m_elements.back() != element)
+            m_elements.push_back(element);
+        m_numbers.insert(place, int(m_elements.size()) - 1);
+    }
 }

@@ -17,13 +17,19 @@ class SvgElement;
 class ElementIndex
 {
 public:
+    static constexpr int none = -1;
+
     /// Finds all \a places below \a root.
     ElementIndex(const QDomNode &root, std::vector<const SvgElement *> places);
 
-    /// The element at a place that was given to the constructor; null when the tree has none
-    /// there.
-    QDomElement element(const SvgElement &place) const { return m_elements.value(&place); }
+    /// The number of the element at a place that was given to the constructor; none when the tree
+    /// has no element there.
+    int number(const SvgElement &place) const { return m_numbers.value(&place, none); }
+
+    /// All elements that were found, each once, in document order: number 0 and so on.
+    const std::vector<QDomElement> &elements() const { return m_elements; }
 
 private:
-    QHash<const SvgElement *, QDomElement> m_elements;
+    QHash<const SvgElement *, int> m_numbers;
+    std::vector<QDomElement> m_elements;
 };

@@ -8,6 +8,8 @@
 #include "AnimatableAttribute.h"
 #include "ElementIndex_p.h"
 #include "Renderer_p.h"
+#include "RoundTrip_p.h"
+#include "StartTags_p.h"
 #include "TreeWalk_p.h"
 #include "XmlText_p.h"
 
@@ -20,10 +22,23 @@
 
 namespace {
 
+/// Word characters are those of a regular expression's \w: ASCII only.
+bool isWordCharacter(QChar c)
+{
+    return c == QLatin1Char('_') || (c.unicode() < 0x80 && c.isLetterOrNumber());
+}
+
+/// Whether the text matches (\W|^)<name(\W|$).
 bool hasElement(const QString &svgText, const QString &name)
 {
-    const QRegularExpression element(QStringLiteral("(\\W|^)<%1(\\W|$)").arg(name));
-    return element.match(svgText).hasMatch();
+    const QString start = QLatin1Char('<') + name;
+    for (int at = svgText.indexOf(start); at >= 0; at = svgText.indexOf(start, at + 1)) {
+        const int end = at + start.size();
+        if ((at == 0 || !isWordCharacter(svgText.at(at - 1)))
+            && (end == svgText.size() || !isWordCharacter(svgText.at(end))))
+            return true;
+    }
+    return false;
 }
 
 QByteArray hexDigits(const QByteArray &component)
@@ -40,8 +55,9 @@ SvgDocument::SvgDocument(const QString &svgText) : m_data(withUtf8Declaration(sv
     setBuffer(&m_data);
     QBuffer::open(QIODevice::ReadWrite);
 
-    if (const std::unique_ptr<RendererDocument> renderer = admitText())
-        analyse(*renderer, svgText);
+    tryRenderer();
+    if (m_loaded)
+        analyse(svgText);
     detectUseElements();
     detectConclusionTime();
     fixDefinitionsVisibility();
@@ -49,26 +65,19 @@ SvgDocument::SvgDocument(const QString &svgText) : m_data(withUtf8Declaration(sv
 
 SvgDocument::~SvgDocument() = default;
 
-/// The text as a renderer document; null, with the reason in errorString(), when it is refused.
-std::unique_ptr<RendererDocument> SvgDocument::admitText()
+void SvgDocument::tryRenderer()
 {
-    const QString refusal = refusalOf(m_data);
-    m_admitted = refusal.isEmpty();
-    if (!m_admitted) {
-        setErrorString(refusal);
-        return nullptr;
-    }
-    std::unique_ptr<RendererDocument> renderer = loadRenderer();
+    const std::unique_ptr<RendererDocument> renderer = loadRenderer();
     m_loaded = renderer != nullptr;
-    if (!m_loaded)
+    if (m_loaded)
+        m_durationTotal = renderer->animationDuration();
+    else if (m_admitted)
         setErrorString(QStringLiteral("not an SVG document"));
-    return renderer;
 }
 
-void SvgDocument::analyse(const RendererDocument &renderer, const QString &svgText)
+void SvgDocument::analyse(const QString &svgText)
 {
     m_bounds = viewBox();
-    m_durationTotal = renderer.animationDuration();
     m_animated = hasElement(svgText, QStringLiteral("animate"));
     if (m_animated) {
         fixConditionalTiming();
@@ -79,8 +88,46 @@ void SvgDocument::analyse(const RendererDocument &renderer, const QString &svgTe
     m_hasClipping = hasElement(svgText, QStringLiteral("clipPath"));
 }
 
+bool SvgDocument::isTextKnown() const
+{
+    return !m_knownText.isNull() && m_knownText.constData() == m_data.constData();
+}
+
+bool SvgDocument::isTreeParsedText() const
+{
+    return m_treeIsParsedText && isTextKnown() && !m_treeIsShared;
+}
+
+bool SvgDocument::isTextSavedTree() const
+{
+    return m_textIsSavedTree && isTextKnown() && !m_treeIsShared && !hasUnsavedTags();
+}
+
+/// To be called when tree and text are no longer known to agree.
+void SvgDocument::disagree()
+{
+    m_treeIsParsedText = false;
+    m_textIsSavedTree = false;
+}
+
+/// Whether the text may be given to parsers. Our own saves may; a text that somebody else has
+/// written is judged once. The reason of a refusal is in errorString().
+bool SvgDocument::isTextAdmitted()
+{
+    if (!isTextKnown()) {
+        const QString refusal = refusalOf(m_data.left(int(m_textSize)));
+        m_admitted = refusal.isEmpty();
+        setErrorString(refusal);
+        m_knownText = m_data;
+        disagree();
+    }
+    return m_admitted;
+}
+
 std::unique_ptr<RendererDocument> SvgDocument::loadRenderer()
 {
+    if (!isTextAdmitted())
+        return nullptr;
     seek(0);
     m_reader.setDevice(this);
     return RendererDocument::load(&m_reader);
@@ -169,57 +216,119 @@ QDomNode SvgDocument::documentRoot()
 
 void SvgDocument::saveToBuffer()
 {
-    writeTree(QDomNode::EncodingFromTextStream);
-    m_textIsSaved = true;
+    const bool onlyTagsChanged = isTextKnown() && !m_treeIsShared && hasUnsavedTags();
+    if (onlyTagsChanged)
+        rewriteTags();
+    else
+        writeTree(QDomNode::EncodingFromTextStream);
+    m_textIsSavedTree = true;
 }
 
 void SvgDocument::writeTree(QDomNode::EncodingPolicy policy)
 {
-    seek(0);
-    QTextStream stream(this);
-    stream.setCodec("UTF-8");
-    m_dom.save(stream, 1, policy);
-    m_textIsSaved = false;
+    {
+        seek(0);
+        QTextStream stream(this);
+        stream.setCodec("UTF-8");
+        m_dom.save(stream, 1, policy);
+    }
+    m_knownText = m_data;
+    m_admitted = !m_dom.documentElement().isNull();
+    m_startTags.reset();
+    disagree();
 }
 
-/// Fills the tree from the text, unless it is known to be filled from this very text.
+/// What writeTree() would write, at the cost of the tags that have changed.
+void SvgDocument::rewriteTags()
+{
+    const auto oldText = QByteArray::fromRawData(m_data.constData(), int(m_textSize));
+    const QByteArray &text = m_startTags->rewritten(oldText, m_elements->elements());
+    m_knownText.clear(); // or writing would copy the old text first
+    seek(0);
+    write(text);
+    m_knownText = m_data;
+}
+
+bool SvgDocument::hasUnsavedTags() const
+{
+    return m_startTags && m_startTags->hasChanges();
+}
+
+/// Fills the tree from the text, unless that would change nothing. What a parser makes of broken
+/// text is no document.
 void SvgDocument::parseTree()
 {
-    const bool isParsed = !m_treeIsShared && m_parsedText.constData() == m_data.constData();
-    if (isParsed)
+    const bool isAdmitted = isTextAdmitted();
+    if (isTreeParsedText())
         return;
+    if (isTextSavedTree() && survivesSaving(m_dom)) {
+        declareAsSaved(&m_dom);
+        m_treeIsParsedText = true;
+        return;
+    }
     seek(0);
-    m_elements.reset();
-    m_textIsSaved = false;
-    m_treeIsShared = false;
-    // What the parser makes of broken text is no document. Text behind the root is no such case:
-    // the renderer does not even read it.
-    if (!m_admitted || (!m_dom.setContent(this) && !m_loaded))
+    forgetElements();
+    // Text behind the root makes the parser report an error, too, but the tree is complete then.
+    if (isAdmitted)
+        m_dom.setContent(this);
+    else
         m_dom.clear();
-    m_parsedText = m_data;
+    m_treeIsShared = false;
+    m_treeIsParsedText = true;
+    m_textIsSavedTree = false;
 }
 
-/// The element at a place that the document knows, or at any other place.
-QDomElement SvgDocument::find(const SvgElement &place, const QDomNode &root)
+/// Changes an attribute of the element at a place that the document knows, or at any other place.
+/// The change tells whether it made a difference.
+void SvgDocument::edit(const SvgElement &place, const QDomNode &root, const QString &attributeName,
+                       const std::function<bool(const QDomElement &)> &change)
 {
-    if (m_treeIsShared || root != m_dom.documentElement())
-        return place.findNode(root).toElement();
+    if (m_treeIsShared || root != m_dom.documentElement()) {
+        if (change(place.findNode(root).toElement()))
+            disagree();
+        return;
+    }
     if (!m_elements)
         m_elements = std::make_unique<ElementIndex>(root, places());
-    return m_elements->element(place);
+    const int number = m_elements->number(place);
+    if (number == ElementIndex::none)
+        return;
+    const QDomElement &element = m_elements->elements()[std::size_t(number)];
+    const bool hadAttribute = element.hasAttribute(attributeName);
+    if (!change(element))
+        return;
+    m_shownSteps.clear();
+    m_treeIsParsedText = false;
+    StartTags *const tags = startTags();
+    if (!tags)
+        disagree();
+    else if (hadAttribute && element.hasAttribute(attributeName))
+        tags->noteValueChange(number, attributeName);
+    else
+        tags->noteChange(number);
 }
 
-/// To be called after every change of the tree that the text does not have yet.
-void SvgDocument::treeChanged()
+/// Where the attributes of m_elements stand in the text; null when it is no saved tree. What
+/// stands in them does not matter, so the tree may already be ahead of the text.
+StartTags *SvgDocument::startTags()
 {
-    m_textIsSaved = false;
-    m_parsedText.clear();
+    if (!m_textIsSavedTree || !isTextKnown())
+        return nullptr;
+    if (!m_startTags)
+        m_startTags = std::make_unique<StartTags>(
+                QByteArray::fromRawData(m_data.constData(), int(m_textSize)),
+                m_dom.documentElement(), m_elements->elements());
+    return m_startTags.get();
 }
 
-/// To be called after every change of what places() holds.
-void SvgDocument::placesChanged()
+/// To be called before every change of what places() holds, and of the tree's structure.
+void SvgDocument::forgetElements()
 {
+    if (hasUnsavedTags())
+        disagree();
+    m_startTags.reset();
     m_elements.reset();
+    m_shownSteps.clear();
 }
 
 std::vector<const SvgElement *> SvgDocument::places() const
@@ -251,8 +360,7 @@ qint64 SvgDocument::readData(char *data, qint64 maxSize)
 /// Writing at the start begins a new text.
 qint64 SvgDocument::writeData(const char *data, qint64 size)
 {
-    m_parsedText.clear();
-    m_textIsSaved = false;
+    m_knownText.clear();
     const qint64 start = pos();
     const qint64 written = QBuffer::writeData(data, size);
     if (written >= 0)

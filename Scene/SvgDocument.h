@@ -18,8 +18,10 @@
 #include <QXmlStreamReader>
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class AdjustableAttribute;
@@ -27,6 +29,7 @@ class AnimatableAttribute;
 class ElementIndex;
 class QPainter;
 class RendererDocument;
+class StartTags;
 class SvgElement;
 
 /// One animated SVG title: its text, its document tree, and what was learnt from them.
@@ -194,23 +197,43 @@ private:
     using SvgElements = std::vector<boost::shared_ptr<SvgElement>>;
     using AttributeNumbers = std::vector<std::size_t>;
 
+    bool isTextKnown() const;
+    bool isTextAdmitted();
+    bool isTreeParsedText() const;
+    bool isTextSavedTree() const;
     std::unique_ptr<RendererDocument> loadRenderer();
-    std::unique_ptr<RendererDocument> admitText();
-    void analyse(const RendererDocument &renderer, const QString &svgText);
+    void tryRenderer();
+    void analyse(const QString &svgText);
     void parseTree();
     void writeTree(QDomNode::EncodingPolicy policy);
-    void treeChanged();
+    void rewriteTags();
+    void disagree();
+    bool hasUnsavedTags() const;
 
-    QDomElement find(const SvgElement &place, const QDomNode &root);
+    void edit(const SvgElement &place, const QDomNode &root, const QString &attributeName,
+              const std::function<bool(const QDomElement &)> &change);
+    StartTags *startTags();
     std::vector<const SvgElement *> places() const;
-    void placesChanged();
-    void write(const AdjustableAttribute &attribute, const QString &value, const QDomNode &root);
-    void restore(const AdjustableAttribute &attribute, const QDomNode &root);
+    void forgetElements();
+    void writeValue(const AdjustableAttribute &attribute, const QString &value,
+                    const QDomNode &root);
+    void restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root);
     void showUses(const SvgElements &uses, bool visible, const QDomNode &root);
 
-    bool applyWinners(const std::vector<bool> &winners, int ms);
-    bool restoreDefaults(const std::vector<bool> &winners);
-    std::vector<bool> winnersAt(int ms) const;
+    // One attribute that a frame writes.
+    struct FrameStep
+    {
+        boost::shared_ptr<AnimatableAttribute> animation;
+        QString value;
+        bool isDefault; // the template's own value, not the animation's
+    };
+
+    std::optional<std::size_t> winnerAt(int ms, const AttributeNumbers &numbers) const;
+    std::vector<FrameStep> stepsAt(int ms) const;
+    bool isShowing(const std::vector<FrameStep> &steps) const;
+    std::vector<bool> neededSteps(const std::vector<FrameStep> &steps) const;
+    void carryOut(const FrameStep &step);
+    bool showsUsesOf(const AnimatableAttribute &attribute) const;
 
     QByteArray m_data;
     QXmlStreamReader m_reader;
@@ -227,11 +250,16 @@ private:
     // For each animated attribute, by its id(): its animations' indices in m_animatableAttributes.
     std::map<QString, AttributeNumbers> m_animationsById;
 
-    bool m_admitted = false;     // the text may be given to parsers
-    bool m_loaded = false;       // the renderer has accepted the text
+    std::vector<FrameStep> m_shownSteps; // of the last frame; empty when the tree has changed since
+
+    bool m_loaded = false;       // the renderer has accepted the template's text
     qint64 m_textSize = 0;       // what lies behind it in m_data is left over from a longer text
-    QByteArray m_parsedText;     // shares m_data's bytes as long as the tree is parsed from them
-    bool m_textIsSaved = false;  // the text is what saveToBuffer() makes of the tree
+    QByteArray m_knownText;      // shares m_data's bytes unless somebody else has written them
+    bool m_admitted = false;     // the known text may be given to parsers
     bool m_treeIsShared = false; // somebody outside may have changed the tree since it was parsed
+    bool m_treeIsParsedText = false; // the tree is what parsing the known text gives
+    bool m_textIsSavedTree = false;  // the known text is what saveToBuffer() makes of the tree
     std::unique_ptr<ElementIndex> m_elements; // of places() in the tree; null when out of date
+    std::unique_ptr<StartTags>
+            m_startTags; // of m_elements in the saved tree; null when out of date
 };

@@ -63,7 +63,7 @@ private:
 void SvgDocument::prepareAdjustedAttibutes(const QStringList &names)
 {
     parseTree();
-    placesChanged();
+    forgetElements();
     m_adjustableAttributes.clear();
     std::vector<QDomNode> nodes;
     getAllNodes(m_dom.documentElement(), nodes);
@@ -80,8 +80,8 @@ void SvgDocument::detectAdjustableAttibute(const QString &name, const std::vecto
             attributes.push_back(boost::shared_ptr<AdjustableAttribute>(
                     new AdjustableAttribute(node, finder.place(node), name)));
     }
+    forgetElements();
     m_adjustableAttributes.insert(std::make_pair(name, attributes));
-    placesChanged();
 }
 
 void SvgDocument::adjustAttribute(const QString &name, const QString &value)
@@ -91,6 +91,6 @@ void SvgDocument::adjustAttribute(const QString &name, const QString &value)
         return;
     const QDomElement root = m_dom.documentElement();
     for (const auto &attribute : entry->second)
-        write(*attribute, value, root);
+        writeValue(*attribute, value, root);
     writeTree(QDomNode::EncodingFromDocument);
 }

@@ -12,13 +12,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 // How a title gets to a time: for each animated attribute one animation wins or the template's own
 // value comes back, the tree is saved, and the renderer draws the saved text.
 
 namespace {
-
-using Animations = std::vector<boost::shared_ptr<AnimatableAttribute>>;
 
 bool isInEffect(const AnimatableAttribute &animation, int ms)
 {
@@ -59,81 +59,112 @@ void SvgDocument::paint(QPainter *painter, int ms)
 
 void SvgDocument::applyAnimation(int ms)
 {
-    const std::vector<bool> winners = winnersAt(ms);
-    const bool anyWritten = applyWinners(winners, ms);
-    const bool anyRestored = restoreDefaults(winners);
-    const bool textIsTree = m_textIsSaved && !m_treeIsShared;
-    if ((anyWritten || anyRestored) && !textIsTree)
+    std::vector<FrameStep> steps = stepsAt(ms);
+    if (steps.empty() || isShowing(steps))
+        return;
+    const std::vector<bool> needed = neededSteps(steps);
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (needed[i])
+            carryOut(steps[i]);
+    }
+    if (!isTextSavedTree())
         saveToBuffer();
+    m_shownSteps = std::move(steps);
 }
 
-/// For each animation, by its index, whether it sets its attribute at this time.
-std::vector<bool> SvgDocument::winnersAt(int ms) const
+/// Whether tree and text are what these steps have made of them.
+bool SvgDocument::isShowing(const std::vector<FrameStep> &steps) const
+{
+    return isTextSavedTree()
+            && std::equal(steps.begin(), steps.end(), m_shownSteps.begin(), m_shownSteps.end(),
+                          [](const FrameStep &a, const FrameStep &b) {
+                              return a.animation == b.animation && a.isDefault == b.isDefault
+                                      && a.value == b.value;
+                          });
+}
+
+/// What has to be written at this time: the winners' values in document order, since two
+/// definitions with one id show and hide the same elements, then the defaults of attributes without
+/// a winner.
+std::vector<SvgDocument::FrameStep> SvgDocument::stepsAt(int ms) const
 {
     std::vector<bool> winners(m_animatableAttributes.size(), false);
+    std::vector<FrameStep> defaults;
     for (const auto &entry : m_animationsById) {
-        const AnimatableAttribute *winner = nullptr;
-        std::size_t winnerNumber = 0;
-        for (const std::size_t number : entry.second) {
-            const AnimatableAttribute &animation = *m_animatableAttributes[number];
-            if (isInEffect(animation, ms) && (!winner || displaces(animation, *winner, ms))) {
-                winner = &animation;
-                winnerNumber = number;
-            }
+        if (const std::optional<std::size_t> winner = winnerAt(ms, entry.second)) {
+            winners[*winner] = true;
+        } else {
+            const auto &animation = m_animatableAttributes[entry.second.back()];
+            defaults.push_back({animation, animation->defaultValue(), true});
         }
-        if (winner)
-            winners[winnerNumber] = true;
     }
-    return winners;
-}
-
-/// In document order, since two definitions with one id show and hide the same elements.
-bool SvgDocument::applyWinners(const std::vector<bool> &winners, int ms)
-{
-    const QDomElement root = m_dom.documentElement();
-    bool any = false;
+    std::vector<FrameStep> steps;
+    steps.reserve(m_animationsById.size());
     for (std::size_t number = 0; number < winners.size(); ++number) {
-        if (!winners[number])
-            continue;
         const auto &animation = m_animatableAttributes[number];
-        const QString value = animation->valueForTime(ms);
-        if (!updateDefinitionVisibility(root, animation, value))
-            write(*animation, value, root);
-        any = true;
+        if (winners[number])
+            steps.push_back({animation, animation->valueForTime(ms), false});
     }
-    return any;
+    std::move(defaults.begin(), defaults.end(), std::back_inserter(steps));
+    return steps;
 }
 
-bool SvgDocument::restoreDefaults(const std::vector<bool> &winners)
+/// All but those that show or hide what a later step shows or hides as well.
+std::vector<bool> SvgDocument::neededSteps(const std::vector<FrameStep> &steps) const
+{
+    std::vector<bool> needed(steps.size(), true);
+    std::map<QString, std::size_t> latest;
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        const AnimatableAttribute &animation = *steps[i].animation;
+        if (!showsUsesOf(animation))
+            continue;
+        const auto inserted = latest.emplace(animation.svgId(), i);
+        if (!inserted.second)
+            needed[std::exchange(inserted.first->second, i)] = false;
+    }
+    return needed;
+}
+
+void SvgDocument::carryOut(const FrameStep &step)
 {
     const QDomElement root = m_dom.documentElement();
-    bool any = false;
-    for (const auto &entry : m_animationsById) {
-        const AttributeNumbers &numbers = entry.second;
-        const bool hasWinner = std::any_of(numbers.begin(), numbers.end(),
-                                           [&winners](std::size_t n) { return winners[n]; });
-        if (hasWinner)
-            continue;
-        const auto &animation = m_animatableAttributes[numbers.back()];
-        if (!updateDefinitionVisibility(root, animation, animation->defaultValue()))
-            restore(*animation, root);
-        any = true;
-    }
-    return any;
+    if (updateDefinitionVisibility(root, step.animation, step.value))
+        return;
+    if (step.isDefault)
+        restoreDefault(*step.animation, root);
+    else
+        writeValue(*step.animation, step.value, root);
 }
 
-void SvgDocument::write(const AdjustableAttribute &attribute, const QString &value,
-                        const QDomNode &root)
+/// The one of an attribute's animations that sets it at this time, if any does.
+std::optional<std::size_t> SvgDocument::winnerAt(int ms, const AttributeNumbers &numbers) const
 {
-    if (writeAttribute(find(attribute.element(), root), attribute.attributeName(), value))
-        treeChanged();
+    std::optional<std::size_t> winner;
+    for (const std::size_t number : numbers) {
+        const AnimatableAttribute &animation = *m_animatableAttributes[number];
+        if (isInEffect(animation, ms)
+            && (!winner || displaces(animation, *m_animatableAttributes[*winner], ms)))
+            winner = number;
+    }
+    return winner;
 }
 
-void SvgDocument::restore(const AdjustableAttribute &attribute, const QDomNode &root)
+void SvgDocument::writeValue(const AdjustableAttribute &attribute, const QString &value,
+                             const QDomNode &root)
+{
+    edit(attribute.element(), root, attribute.attributeName(), [&](const QDomElement &element) {
+        return writeAttribute(element, attribute.attributeName(), value);
+    });
+}
+
+void SvgDocument::restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root)
 {
     const QString value = attribute.defaultValue();
-    if (!value.isEmpty())
-        write(attribute, value, root);
-    else if (eraseAttribute(find(attribute.element(), root), attribute.attributeName()))
-        treeChanged();
+    if (!value.isEmpty()) {
+        writeValue(attribute, value, root);
+        return;
+    }
+    edit(attribute.element(), root, attribute.attributeName(), [&](const QDomElement &element) {
+        return eraseAttribute(element, attribute.attributeName());
+    });
 }

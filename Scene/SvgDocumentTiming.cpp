@@ -294,6 +294,7 @@ void SvgDocument::detectAnimatableAttibutes(int &totalDuration)
 {
     totalDuration = 0;
     parseTree();
+    forgetElements();
     for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
         const QDomElement element = walk.node().toElement();
         if (element.tagName() != QLatin1String("animate")
@@ -312,7 +313,6 @@ void SvgDocument::detectAnimatableAttibutes(int &totalDuration)
         m_animationsById[animation->id()].push_back(m_animatableAttributes.size());
         m_animatableAttributes.push_back(animation);
     }
-    placesChanged();
 }
 
 void SvgDocument::detectConclusionTime()

@@ -27,7 +27,12 @@ AbstractDecorator::AbstractDecorator(QGraphicsObject *child, QGraphicsItem *pare
     setFlag(ItemIsSelectable);
 }
 
-AbstractDecorator::~AbstractDecorator() = default;
+/// The child is deleted last, when this is no decorator any more that could follow its signals.
+AbstractDecorator::~AbstractDecorator()
+{
+    if (m_child)
+        disconnect(m_child, nullptr, this, nullptr);
+}
 
 QGraphicsObject *AbstractDecorator::child() const
 {

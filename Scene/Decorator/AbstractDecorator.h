@@ -24,6 +24,10 @@
 /// well: fold both into the transform of a rotated or scaled child before decorating it, or they
 /// count twice.
 ///
+/// A slot connected to itemMoved(), or to what a subclass reports, may delete the decorator. Where
+/// Qt itself is in the middle of changing the item, as during geometryChanged(), only
+/// QObject::deleteLater() will do, as for any graphics item.
+///
 /// A subclass ends its constructor with updateDecoration(), adjustToChild(),
 /// setUpChildConnections() and updateDecoration(), in this order.
 class TITLESCENE_EXPORT AbstractDecorator : public QGraphicsObject

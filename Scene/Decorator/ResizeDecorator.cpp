@@ -39,6 +39,21 @@ bool isFinite(const QPointF &point)
 
 } // namespace
 
+class ResizeDecorator::Handle : public ResizeHandleItem
+{
+public:
+    Handle(ResizeDecorator &decorator, Qt::WindowFrameSection section)
+        : ResizeHandleItem(QRectF(0.0, 0.0, handleSize, handleSize)), m_decorator(decorator),
+          m_section(section)
+    {
+    }
+    ~Handle() override { m_decorator.m_handles.erase(m_section); }
+
+private:
+    ResizeDecorator &m_decorator;
+    Qt::WindowFrameSection m_section;
+};
+
 ResizeDecorator::ResizeDecorator(QGraphicsObject *child, QGraphicsItem *parent,
                                  bool keepAspectRatio)
     : AbstractDecorator(child, parent), m_keepAspectRatio(keepAspectRatio)
@@ -56,13 +71,13 @@ ResizeDecorator::ResizeDecorator(QGraphicsObject *child, QGraphicsItem *parent,
 
 ResizeDecorator::~ResizeDecorator()
 {
-    for (const auto &entry : m_handles)
-        delete entry.second;
+    while (!m_handles.empty())
+        delete m_handles.begin()->second;
 }
 
 void ResizeDecorator::createHandle(Qt::WindowFrameSection section)
 {
-    m_handles[section] = new ResizeHandleItem(QRectF(0.0, 0.0, handleSize, handleSize));
+    m_handles[section] = new Handle(*this, section);
     m_availableHandles.insert(section);
 }
 
@@ -158,6 +173,16 @@ void ResizeDecorator::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
     AbstractDecorator::mouseReleaseEvent(event);
     if (guard && wasResized)
         Q_EMIT itemResized();
+}
+
+/// A drag that loses the mouse, since the item is hidden, say, ends without a release.
+bool ResizeDecorator::sceneEvent(QEvent *event)
+{
+    if (event->type() == QEvent::UngrabMouse) {
+        m_activeSection = Qt::NoSection;
+        m_resized = false;
+    }
+    return AbstractDecorator::sceneEvent(event);
 }
 
 void ResizeDecorator::paint(QPainter *, const QStyleOptionGraphicsItem *, QWidget *)

@@ -12,13 +12,15 @@
 
 Q_DECLARE_METATYPE(QSet<Qt::WindowFrameSection>)
 
-class ResizeHandleItem;
-
 /// A frame with eight handles that a user drags to size the decorated item.
+///
+/// Handles keep their size and distance on the first view of the scene; call updateDecoration()
+/// after the view, the scene or the styling object have changed.
 ///
 /// The edges that are not dragged stay where they are on the screen, as long as the decorator is
 /// neither rotated nor scaled. There is no smallest size: a handle dragged across the opposite edge
-/// gives the child a negative one.
+/// gives the child a negative one. A drag that shifts the decorator is reported by itemMoved() as
+/// well, before itemResized().
 class TITLESCENE_EXPORT ResizeDecorator : public AbstractDecorator
 {
     Q_OBJECT
@@ -52,14 +54,17 @@ protected:
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+    bool sceneEvent(QEvent *event) override;
 
 private:
+    class Handle;
+
     void createHandle(Qt::WindowFrameSection section);
     void attach(QGraphicsItem *handle);
     void detach(QGraphicsItem *handle);
 
-    // Owned, those out of the scene as well.
-    std::map<Qt::WindowFrameSection, ResizeHandleItem *> m_handles;
+    // Owned, those out of the scene as well. A handle that others delete takes itself out.
+    std::map<Qt::WindowFrameSection, Handle *> m_handles;
     Qt::WindowFrameSection m_activeSection = Qt::NoSection;
     QSet<Qt::WindowFrameSection> m_availableHandles;
     bool m_keepAspectRatio;

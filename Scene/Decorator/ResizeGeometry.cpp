@@ -48,7 +48,7 @@ QRectF withRatio(Qt::WindowFrameSection section, QRectF frame, const QRectF &bef
 {
     if (section == Qt::TopSection || section == Qt::BottomSection) {
         const qreal width = ratio * frame.height();
-        frame.setX(before.center().x() - width / 2.0);
+        frame.moveLeft(before.center().x() - width / 2.0);
         frame.setWidth(width);
         return frame;
     }

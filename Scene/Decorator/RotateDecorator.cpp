@@ -101,6 +101,16 @@ void RotateDecorator::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
         Q_EMIT itemRotated();
 }
 
+/// A drag that loses the mouse, since the item is hidden, say, ends without a release.
+bool RotateDecorator::sceneEvent(QEvent *event)
+{
+    if (event->type() == QEvent::UngrabMouse) {
+        m_rotating = false;
+        m_rotated = false;
+    }
+    return AbstractDecorator::sceneEvent(event);
+}
+
 void RotateDecorator::paint(QPainter *, const QStyleOptionGraphicsItem *, QWidget *)
 {
     auto *handle = dynamic_cast<ResizeHandleItem *>(m_rotateHandle);

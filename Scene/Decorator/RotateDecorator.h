@@ -18,7 +18,8 @@ public:
     ~RotateDecorator() override;
 
     /// Deletes the current handle and uses \a item, which the caller makes a child item of the
-    /// decorator. Null leaves the frame without a handle; the current handle is kept as it is.
+    /// decorator. Null leaves the frame without a handle; the current handle is kept as it is. A
+    /// handle that others delete, or move to another parent, is the decorator's no more.
     void setRotateHandleItem(QGraphicsItem *item);
 
     /// Makes the centre of the child the point that the decorator turns about.
@@ -38,6 +39,7 @@ protected:
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+    bool sceneEvent(QEvent *event) override;
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
