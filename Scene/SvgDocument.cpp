@@ -41,6 +41,16 @@ bool hasElement(const QString &svgText, const QString &name)
     return false;
 }
 
+QDomElement firstSvg(const QDomDocument &tree)
+{
+    for (TreeWalk walk(tree); !walk.atEnd(); walk.next()) {
+        const QDomElement element = walk.node().toElement();
+        if (element.tagName() == QLatin1String("svg"))
+            return element;
+    }
+    return QDomElement();
+}
+
 QByteArray hexDigits(const QByteArray &component)
 {
     return QByteArray::number(component.trimmed().toUInt(), 16);
@@ -195,9 +205,8 @@ void SvgDocument::fixColors(QByteArray &data)
 QRectF SvgDocument::viewBox()
 {
     parseTree();
-    const QDomElement svg = m_dom.elementsByTagName(QStringLiteral("svg")).item(0).toElement();
     static const QRegularExpression separator(QStringLiteral("[, ]"));
-    QStringList parts = svg.attribute(QStringLiteral("viewBox")).split(separator);
+    QStringList parts = firstSvg(m_dom).attribute(QStringLiteral("viewBox")).split(separator);
     parts.removeAll(QString());
     return QRectF(0.0, 0.0, parts.value(2).toInt(), parts.value(3).toInt());
 }
