@@ -43,6 +43,8 @@ class TitleItemFormatsTest : public WarningFreeTest
 private Q_SLOTS:
     void currentFormat_data();
     void currentFormat();
+    void currentFormatOfTextToCome_data();
+    void currentFormatOfTextToCome();
     void reportsFormatsOnTheWay();
     void reportsAFormatOnce();
     void reportsCanBeQueued();
@@ -102,6 +104,32 @@ void TitleItemFormatsTest::currentFormat()
     QCOMPARE(stage.item->currentCharFormat().font().weight(), weight);
     QCOMPARE(stage.position(), position);
     QCOMPARE(stage.item->textCursor().anchor(), anchor);
+}
+
+void TitleItemFormatsTest::currentFormatOfTextToCome_data()
+{
+    QTest::addColumn<int>("position");
+    QTest::addColumn<bool>("isSeen");
+
+    QTest::newRow("at the start") << 0 << false;
+    QTest::newRow("behind a character") << 2 << true;
+}
+
+/// A format that was set for what is typed next.
+void TitleItemFormatsTest::currentFormatOfTextToCome()
+{
+    QFETCH(const int, position);
+    QFETCH(const bool, isSeen);
+
+    TextStage stage(QStringLiteral("abcdef"));
+    QTextCursor cursor(&stage.document);
+    cursor.setPosition(position);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    cursor.mergeCharFormat(bold);
+    stage.item->setTextCursor(cursor);
+    QCOMPARE(stage.item->currentCharFormat().font().bold(), isSeen);
+    QVERIFY(stage.item->textCursor().charFormat().font().bold());
 }
 
 void TitleItemFormatsTest::reportsFormatsOnTheWay()
