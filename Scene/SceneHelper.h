@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <Scene/TitleSceneExport.h>
+
+#include <QHash>
+#include <QObject>
+#include <QPixmap>
+#include <QPointer>
+#include <QSet>
+
+class QGraphicsItem;
+class QGraphicsObject;
+class QGraphicsScene;
+
+/// Keeps a graphics scene, the items that the application has put on it, and what all of them
+/// follow: the scene time, the view scale, a background picture and a styling object.
+///
+/// The helper owns its scene, and the scene owns the items while they are on it. Items that others
+/// delete are forgotten. Every change is announced by a signal.
+///
+/// An item that wants to know the view scale has a slot setViewScale(qreal); it is called by name.
+class TITLESCENE_EXPORT SceneHelper : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// A time in the unit of the application's timeline; title items take it as milliseconds.
+    using Time = qint64;
+
+    /// Takes \a scene, which must not be null, as a child.
+    explicit SceneHelper(QGraphicsScene *scene, QObject *parent = nullptr);
+    ~SceneHelper() override;
+
+    /// The scene; null when somebody has deleted it. A helper without its scene takes no items.
+    QGraphicsScene *scene();
+
+    /// True when items were added and not removed again. An item that is no QGraphicsObject counts
+    /// while it is on the scene.
+    bool hasItems() const;
+
+    Time sceneTime() const;
+    QPixmap sceneBackground() const;
+
+    /// Hands \a scale to the item's slot setViewScale(qreal), if it is a QGraphicsObject that has
+    /// one.
+    void setItemViewScale(QGraphicsItem *item, double scale);
+
+Q_SIGNALS:
+    void itemAdded(QGraphicsItem *item);
+    void itemRemoved(QGraphicsItem *item);
+    void sceneCleared();
+    void sceneTimeChanged(SceneHelper::Time t);
+    void sceneBackgroundChanged(QPixmap px);
+
+public Q_SLOTS:
+    /// Puts \a item on the scene and tells it the view scale. Emits itemAdded(), also for an item
+    /// that was added before. A null item is ignored.
+    void addItem(QGraphicsItem *item);
+
+    /// Takes \a item off the scene, and gives it back to the caller. Emits itemRemoved(). An item
+    /// that was not added here is ignored.
+    void removeItem(QGraphicsItem *item);
+
+    /// Takes all added items off the scene; none is deleted, the caller owns them again. Emits
+    /// sceneCleared() and no itemRemoved().
+    void clear();
+
+    /// Hides \a item, emits itemRemoved(), and deletes it when control returns to the event loop.
+    /// An item that was not added here is ignored.
+    void deleteItemLater(QGraphicsObject *item);
+
+    /// Emits sceneTimeChanged() when the time changes, and always for time 0.
+    void setSceneTime(SceneHelper::Time t);
+
+    /// Always emits sceneBackgroundChanged(). The helper draws no background itself.
+    void setSceneBackground(QPixmap px);
+
+    /// How many scene units a pixel of the view covers, or what else the items take it for. Handed
+    /// to all items, and to those added later.
+    void setViewScale(qreal s);
+
+    /// An object of the application's whose dynamic properties say how items look. Not owned;
+    /// null once it is deleted.
+    void setStylingObject(QObject *o);
+    QObject *stylingObject();
+
+private:
+    bool isAdded(QGraphicsItem *item) const;
+    void remember(QGraphicsItem *item);
+    void forget(QGraphicsItem *item);
+    void takeOffScene(QGraphicsItem *item);
+
+    Time m_sceneTime = 0;
+    qreal m_viewScale = 1.0;
+    QPointer<QGraphicsScene> m_scene;
+    // The items added. One that is no object can be deleted unnoticed, so its pointer is used only
+    // while the scene lists it, or when the caller brings it.
+    QHash<QGraphicsItem *, QPointer<QGraphicsObject>> m_objects;
+    QSet<QGraphicsItem *> m_plainItems;
+    QPointer<QObject> m_stylingObject;
+    QPixmap m_background;
+    // Receives the destruction of objects. The last member, since it must go before the others.
+    QObject m_watch;
+};

@@ -1,0 +1,374 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "TitleItem.h"
+
+#include "FramePens_p.h"
+#include "TimeValue_p.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QApplication>
+#include <QClipboard>
+#include <QGraphicsSceneMouseEvent>
+#include <QInputMethod>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <QTextLayout>
+#include <QVector>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int dotsPerMeter = 3780; // 96 dots per inch
+
+QImage madeLayoutImage(const QSizeF &size)
+{
+    QImage image(saturatedInt(size.width()), saturatedInt(size.height()), QImage::Format_ARGB32);
+    if (image.isNull())
+        image = QImage(1, 1, QImage::Format_ARGB32); // its resolution is what counts
+    image.setDotsPerMeterX(dotsPerMeter);
+    image.setDotsPerMeterY(dotsPerMeter);
+    return image;
+}
+
+/// Scene mouse and hover events move the cursor through the text without changing it.
+bool isPointerEvent(int type)
+{
+    return type >= QEvent::GraphicsSceneMouseMove && type <= QEvent::GraphicsSceneHoverLeave
+            && type != QEvent::GraphicsSceneContextMenu;
+}
+
+QClipboard::Mode clipboardModeFor(const QKeyEvent &event, const QClipboard &clipboard)
+{
+    const bool pastesSelection = clipboard.supportsSelection()
+            && event.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier)
+            && event.key() == Qt::Key_Insert;
+    return pastesSelection ? QClipboard::Selection : QClipboard::Clipboard;
+}
+
+/// Not every source of rich text gives its plain text, too.
+QString plainText(const QMimeData &data)
+{
+    const QString text = data.text();
+    if (!text.isEmpty())
+        return text;
+    return QTextDocumentFragment::fromHtml(data.html())
+            .toPlainText()
+            .remove(QChar::ObjectReplacementCharacter);
+}
+
+/// Text of one format, or, when it is empty, a block.
+struct FormatRun
+{
+    int begin;
+    int end;
+    QTextCharFormat format;
+};
+
+QVector<FormatRun> formatRuns(const QTextDocument &document)
+{
+    QVector<FormatRun> runs;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        runs.append({block.position(), block.position(), block.charFormat()});
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment text = it.fragment();
+            runs.append({text.position(), text.position() + text.length(), text.charFormat()});
+        }
+    }
+    return runs;
+}
+
+/// The format with its whole font written into it.
+QTextCharFormat withWholeFont(const QTextCharFormat &format)
+{
+    QTextCharFormat whole = format;
+    whole.setFont(format.font());
+    if (format.hasProperty(QTextFormat::TextUnderlineStyle))
+        whole.setUnderlineStyle(format.underlineStyle()); // a font knows no other line than a solid
+    whole.clearProperty(QTextFormat::FontSizeAdjustment); // steps from the default font's size
+    return whole;
+}
+
+/// Whether the format leaves nothing to the default font that the new one would change.
+bool isIndependentOf(const QTextCharFormat &format, const QFont &newDefault)
+{
+    const QFont font = format.font();
+    return font.resolve(newDefault) == font && !format.hasProperty(QTextFormat::FontSizeAdjustment);
+}
+
+/// Writes the whole font into all formats that would look different under the new default font.
+void keepLook(QTextDocument *document, const QFont &newDefault)
+{
+    QVector<FormatRun> runs = formatRuns(*document);
+    runs.erase(std::remove_if(runs.begin(), runs.end(),
+                              [&newDefault](const FormatRun &run) {
+                                  return isIndependentOf(run.format, newDefault);
+                              }),
+               runs.end());
+    if (runs.isEmpty())
+        return;
+    // An earlier text would come back in the new font. A block's own format shows no text.
+    const bool canBeUndone = document->isUndoAvailable()
+            && std::all_of(runs.cbegin(), runs.cend(),
+                           [](const FormatRun &run) { return run.begin == run.end; });
+    QTextCursor cursor(document);
+    cursor.joinPreviousEditBlock();
+    for (const FormatRun &run : qAsConst(runs)) {
+        cursor.setPosition(run.begin);
+        cursor.setPosition(run.end, QTextCursor::KeepAnchor);
+        if (cursor.hasSelection())
+            cursor.setCharFormat(withWholeFont(run.format));
+        else
+            cursor.setBlockCharFormat(withWholeFont(run.format));
+    }
+    cursor.endEditBlock();
+    if (!canBeUndone)
+        document->clearUndoRedoStacks();
+}
+
+} // namespace
+
+TitleItem::TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem *parent)
+    : QGraphicsTextItem(parent), m_layoutImage(madeLayoutImage(size))
+{
+    qRegisterMetaType<QTextCharFormat>();
+    if (document) {
+        setDocument(document);
+        connect(document, &QObject::destroyed, this, [this] {
+            setDocument(new QTextDocument(this));
+            followDocument();
+        });
+    }
+    followDocument();
+    setFlags(ItemIsFocusable | ItemIsMovable | ItemIsSelectable);
+    endEditing();
+}
+
+TitleItem::~TitleItem()
+{
+    QAbstractTextDocumentLayout *layout = document()->documentLayout();
+    if (layout->paintDevice() == &m_layoutImage)
+        layout->setPaintDevice(nullptr);
+}
+
+void TitleItem::followDocument()
+{
+    connect(document(), &QTextDocument::contentsChanged, this, [this] { m_modified = true; });
+    QAbstractTextDocumentLayout *layout = document()->documentLayout();
+    connect(layout, &QAbstractTextDocumentLayout::documentSizeChanged, this,
+            &TitleItem::geometryChanged);
+    layout->setPaintDevice(&m_layoutImage);
+}
+
+bool TitleItem::isEditable() const
+{
+    return textInteractionFlags() == Qt::TextEditorInteraction;
+}
+
+void TitleItem::setEditable(bool editable, QPointF pos)
+{
+    if (editable)
+        beginEditing(pos);
+    else
+        endEditing();
+}
+
+void TitleItem::beginEditing(QPointF pos)
+{
+    const QPointer<TitleItem> guard(this);
+    const bool wasEditable = isEditable();
+    setTextInteractionFlags(Qt::TextEditorInteraction);
+    setFocus(Qt::MouseFocusReason);
+    if (guard)
+        setSelected(true);
+    if (!guard)
+        return;
+    if (!wasEditable)
+        m_modified = false;
+    // A press puts the text cursor where it was clicked.
+    QGraphicsSceneMouseEvent press(QEvent::GraphicsSceneMousePress);
+    press.setButton(Qt::LeftButton);
+    press.setPos(pos);
+    QGraphicsTextItem::mousePressEvent(&press);
+}
+
+void TitleItem::endEditing()
+{
+    finishComposing();
+    // Taken first, since losing the focus comes back here.
+    const bool wasModified = std::exchange(m_modified, false);
+    setTextInteractionFlags(Qt::NoTextInteraction);
+    clearFocus();
+    if (wasModified)
+        Q_EMIT contentEdited();
+}
+
+/// Text that an input method still composes is kept, also when the platform would drop it.
+void TitleItem::finishComposing()
+{
+    if (hasFocus())
+        QGuiApplication::inputMethod()->commit();
+    const QTextLayout *layout = textCursor().block().layout();
+    if (!layout || layout->preeditAreaText().isEmpty())
+        return;
+    QInputMethodEvent commit;
+    commit.setCommitString(layout->preeditAreaText());
+    inputMethodEvent(&commit);
+}
+
+void TitleItem::setSize(QSizeF size)
+{
+    setTextWidth(size.width());
+}
+
+void TitleItem::setHighlight(bool value)
+{
+    m_highlighted = value;
+    update();
+}
+
+bool TitleItem::acceptRichText() const
+{
+    return m_acceptRichText;
+}
+
+void TitleItem::setAcceptRichText(bool accept)
+{
+    m_acceptRichText = accept;
+}
+
+QObject *TitleItem::stylingObject() const
+{
+    return m_stylingObject;
+}
+
+void TitleItem::setStylingObject(QObject *object)
+{
+    m_stylingObject = object;
+    update();
+}
+
+QTextCharFormat TitleItem::currentCharFormat() const
+{
+    QTextCursor cursor = textCursor();
+    if (cursor.position() == 0)
+        cursor.movePosition(QTextCursor::Start, QTextCursor::MoveAnchor);
+    return cursor.charFormat();
+}
+
+bool TitleItem::sceneEvent(QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    // While an input method composes, the document says that it changed although no text did.
+    const bool wasModified = m_modified;
+    const QString html = type == QEvent::InputMethod ? toHtml() : QString();
+
+    const QPointer<TitleItem> guard(this);
+    const bool result = QGraphicsTextItem::sceneEvent(event);
+    if (!guard)
+        return result;
+    if (type == QEvent::InputMethod && toHtml() == html)
+        m_modified = wasModified;
+    checkFormatChanges(type);
+    return result;
+}
+
+void TitleItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
+{
+    const QPointer<TitleItem> guard(this);
+    beginEditing(event->pos());
+    if (guard)
+        QGraphicsTextItem::mouseDoubleClickEvent(event);
+}
+
+void TitleItem::focusOutEvent(QFocusEvent *event)
+{
+    const QPointer<TitleItem> guard(this);
+    endEditing();
+    if (guard)
+        QGraphicsTextItem::focusOutEvent(event);
+}
+
+void TitleItem::checkFormatChanges(int type)
+{
+    const QTextCharFormat format = currentCharFormat();
+    if (format == m_lastCharFormat)
+        return;
+    const QPointer<TitleItem> guard(this);
+    if (document()->characterCount() != 0 && !document()->toPlainText().isEmpty()) {
+        m_lastCharFormat = format;
+        Q_EMIT currentCharFormatChanged(m_lastCharFormat);
+    } else {
+        keepFormatForNextCharacter();
+    }
+    if (guard && format.font() != document()->defaultFont() && !isPointerEvent(type))
+        makeDefault(format.font());
+}
+
+void TitleItem::keepFormatForNextCharacter()
+{
+    QTextCursor cursor = textCursor();
+    cursor.setCharFormat(m_lastCharFormat);
+    setTextCursor(cursor);
+}
+
+/// Changes no text and no look, so nobody is told of a change.
+void TitleItem::makeDefault(const QFont &font)
+{
+    const bool wasModified = m_modified;
+    const bool wasDocumentModified = document()->isModified();
+    keepLook(document(), font);
+    document()->setDefaultFont(font);
+    document()->setModified(wasDocumentModified);
+    m_modified = wasModified;
+}
+
+void TitleItem::keyPressEvent(QKeyEvent *event)
+{
+    if (!m_acceptRichText && event->matches(QKeySequence::Paste))
+        pastePlainText(event);
+    else
+        QGraphicsTextItem::keyPressEvent(event);
+}
+
+void TitleItem::pastePlainText(QKeyEvent *event)
+{
+    QClipboard &clipboard = *QApplication::clipboard();
+    const QMimeData *data = clipboard.mimeData(clipboardModeFor(*event, clipboard));
+    if (data && data->hasHtml())
+        clipboard.setText(plainText(*data));
+
+    const QTextCursor before = textCursor();
+    const int selected = before.selectionEnd() - before.selectionStart();
+    const bool replacesAll = selected != 0 && selected == document()->characterCount() - 1;
+    QGraphicsTextItem::keyPressEvent(event);
+    if (!replacesAll || textCursor().hasSelection())
+        return;
+    QTextCursor all(document());
+    all.beginEditBlock();
+    all.setPosition(0);
+    all.setPosition(document()->characterCount() - 1, QTextCursor::KeepAnchor);
+    all.setCharFormat(m_lastCharFormat);
+    all.endEditBlock();
+}
+
+void TitleItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)
+{
+    QGraphicsTextItem::paint(painter, option, widget);
+    if (!m_stylingObject)
+        return;
+    const FramePens pens = framePens(*m_stylingObject, m_highlighted, "strokeColor");
+    painter->save();
+    painter->setPen(pens.inner);
+    painter->drawRect(boundingRect());
+    painter->setPen(pens.outer);
+    painter->drawRect(boundingRect());
+    painter->restore();
+}

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <Scene/TitleSceneExport.h>
+
+#include <boost/shared_ptr.hpp>
+
+#include <QGraphicsSvgItem>
+#include <QPen>
+#include <QPointer>
+#include <QSizeF>
+#include <QString>
+
+#include <map>
+
+class QImage;
+class SvgDocument;
+
+/// An animated SVG title on a graphics scene.
+///
+/// The item owns its SvgDocument and, when the template has clip paths, a second one that erases
+/// parts of the title. The application sets the current time; the item maps the clip's time onto
+/// the title's and paints the title as it is then. Setters of plain values neither repaint nor
+/// emit: the application calls update(). Unlike its base class the item keeps no picture of itself
+/// from paint to paint (its cacheMode() is NoCache).
+///
+/// A styling object of the application's gives the pens of the selection frame by its dynamic
+/// properties "decoratorPen" and "strokePen", or "decoratorSelectedPen" and "strokeSelectedPen"
+/// while the item is highlighted. Without one there is no frame.
+class TITLESCENE_EXPORT TitleSvgItem : public QGraphicsSvgItem
+{
+    Q_OBJECT
+    /// The time on the clip, ms.
+    Q_PROPERTY(int currentTime READ currentTime WRITE setCurrentTime)
+
+public:
+    enum { Type = UserType + 1 };
+
+    /// Reads the title \a svgText. Text that can't be shown gives an item of no size that draws
+    /// nothing.
+    explicit TitleSvgItem(const QString &svgText);
+    ~TitleSvgItem() override;
+
+    /// The document's bounds: the template's view box, its origin at (0, 0).
+    QRectF boundingRect() const override;
+    int type() const override;
+
+    /// Draws the title at its current time, then the frame.
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
+               QWidget *widget = nullptr) override;
+
+    int currentTime() const;
+
+    /// The length of the clip that the title is shown on, ms.
+    int duration() const;
+    void setDuration(int duration);
+
+    /// Document time for each unit of clip time; 1 plays at the template's own pace. 0, negative
+    /// values and NaN are taken as they come: some time of the title is shown.
+    double animationSpeed() const;
+    void setAnimationSpeed(double speed);
+
+    /// The length of the title by itself, ms of document time.
+    int documentDuration() const;
+
+    /// The document time, ms, at which the title is complete and its closing part has not begun.
+    int documentFullViewTime() const;
+
+    /// Whether a title with clip paths is put together on a picture of its own. If not, the clip
+    /// paths erase whatever lies below them on the painter's device, too.
+    bool paintOnImage() const;
+    void setPaintOnImage(bool onImage);
+
+    /// Not owned; null once it is deleted.
+    QObject *stylingObject() const;
+    void setStylingObject(QObject *object);
+
+    bool highlighted() const;
+
+    /// The user's line settings. At first transparent, 50 wide and of the style
+    /// Qt::DashDotDotLine.
+    QPen lineParams() const;
+
+    /// Gives every adjustable fill and stroke of the template the colour of \a pen, without alpha;
+    /// its width and style are only remembered. Emits documentChanged() when colour, integer width
+    /// or style differ from before.
+    void setLineParams(QPen pen);
+
+    /// The SVG text as given to the constructor.
+    QString toSvgText() const;
+
+Q_SIGNALS:
+    void geometryChanged();
+    void documentChanged();
+
+public Q_SLOTS:
+    /// Multiplies the scale from the bounds to \a size onto the item's transform: called twice, it
+    /// scales twice. Emits geometryChanged(). A scale that is not finite is left out.
+    void setSize(const QSizeF &size);
+    void setCurrentTime(int time);
+    void setHighlight(bool highlight);
+
+private:
+    void paintDirectly(QPainter *painter, int ms);
+    void paintByImage(QPainter *painter, int ms);
+    void paintFrame(QPainter *painter);
+    bool prepareImage();
+
+    QString m_svgText;
+    boost::shared_ptr<SvgDocument> m_document;
+    boost::shared_ptr<SvgDocument> m_clippingDocument;
+    int m_currentTime = 0;
+    int m_duration = 0;
+    double m_animationSpeed = 1.0;
+    QPen m_lineParams;
+    std::map<Qt::PenStyle, QString> m_penStyleDashes;
+    bool m_paintOnImage = false;
+    boost::shared_ptr<QImage> m_image;
+    QPointer<QObject> m_stylingObject;
+    bool m_highlight = false;
+};
