@@ -10,6 +10,7 @@
 #include "Renderer_p.h"
 #include "RoundTrip_p.h"
 #include "StartTags_p.h"
+#include "TreeText_p.h"
 #include "TreeWalk_p.h"
 #include "XmlText_p.h"
 
@@ -39,6 +40,16 @@ bool hasElement(const QString &svgText, const QString &name)
             return true;
     }
     return false;
+}
+
+QDomElement firstSvg(const QDomDocument &tree)
+{
+    for (TreeWalk walk(tree); !walk.atEnd(); walk.next()) {
+        const QDomElement element = walk.node().toElement();
+        if (element.tagName() == QLatin1String("svg"))
+            return element;
+    }
+    return QDomElement();
 }
 
 QByteArray hexDigits(const QByteArray &component)
@@ -195,9 +206,8 @@ void SvgDocument::fixColors(QByteArray &data)
 QRectF SvgDocument::viewBox()
 {
     parseTree();
-    const QDomElement svg = m_dom.elementsByTagName(QStringLiteral("svg")).item(0).toElement();
     static const QRegularExpression separator(QStringLiteral("[, ]"));
-    QStringList parts = svg.attribute(QStringLiteral("viewBox")).split(separator);
+    QStringList parts = firstSvg(m_dom).attribute(QStringLiteral("viewBox")).split(separator);
     parts.removeAll(QString());
     return QRectF(0.0, 0.0, parts.value(2).toInt(), parts.value(3).toInt());
 }
@@ -220,8 +230,20 @@ void SvgDocument::saveToBuffer()
     if (onlyTagsChanged)
         rewriteTags();
     else
-        writeTree(QDomNode::EncodingFromTextStream);
+        writeWholeTree();
     m_textIsSavedTree = true;
+}
+
+void SvgDocument::writeWholeTree()
+{
+    const QByteArray text = m_treeIsShared ? QByteArray() : textOfTree(m_dom);
+    if (text.isNull()) {
+        writeTree(QDomNode::EncodingFromTextStream);
+        return;
+    }
+    seek(0);
+    write(text);
+    treeWritten();
 }
 
 void SvgDocument::writeTree(QDomNode::EncodingPolicy policy)
@@ -232,13 +254,18 @@ void SvgDocument::writeTree(QDomNode::EncodingPolicy policy)
         stream.setCodec("UTF-8");
         m_dom.save(stream, 1, policy);
     }
+    treeWritten();
+}
+
+void SvgDocument::treeWritten()
+{
     m_knownText = m_data;
     m_admitted = !m_dom.documentElement().isNull();
     m_startTags.reset();
     disagree();
 }
 
-/// What writeTree() would write, at the cost of the tags that have changed.
+/// What writeWholeTree() would write, at the cost of the tags that have changed.
 void SvgDocument::rewriteTags()
 {
     const auto oldText = QByteArray::fromRawData(m_data.constData(), int(m_textSize));

@@ -205,7 +205,9 @@ private:
     void tryRenderer();
     void analyse(const QString &svgText);
     void parseTree();
+    void writeWholeTree();
     void writeTree(QDomNode::EncodingPolicy policy);
+    void treeWritten();
     void rewriteTags();
     void disagree();
     bool hasUnsavedTags() const;

@@ -27,6 +27,22 @@ QString trimmedAttribute(const QDomElement &element, const QString &name)
     return element.attribute(name).trimmed();
 }
 
+/// The elements at and below a node with one of the given names, for each name in document order.
+std::vector<std::vector<QDomElement>> elementsByKind(const QDomNode &root,
+                                                     const std::vector<QLatin1String> &kinds)
+{
+    std::vector<std::vector<QDomElement>> elements(kinds.size());
+    for (TreeWalk walk(root); !walk.atEnd(); walk.next()) {
+        const QDomElement element = walk.node().toElement();
+        const QString name = element.tagName();
+        for (std::size_t kind = 0; kind < kinds.size(); ++kind) {
+            if (name == kinds[kind])
+                elements[kind].push_back(element);
+        }
+    }
+    return elements;
+}
+
 /// The timing of one animation element.
 struct NodeTimeParams
 {
@@ -81,10 +97,16 @@ int beginWithRoomForDuration(const QDomElement &element, int begin)
 class ConditionalTiming
 {
 public:
+    /// Elements of the same id are told apart by their kind first, then by their order.
     explicit ConditionalTiming(const QDomNode &root)
     {
-        for (const char *kind : {"animate", "animateColor", "animateTransform"})
-            collect(root, QLatin1String(kind));
+        for (const std::vector<QDomElement> &elements :
+             elementsByKind(root,
+                            {QLatin1String("animate"), QLatin1String("animateColor"),
+                             QLatin1String("animateTransform")})) {
+            for (const QDomElement &element : elements)
+                add(element);
+        }
         m_isInChain.resize(m_elements.size(), false);
     }
 
@@ -107,19 +129,14 @@ private:
         std::size_t reference;
     };
 
-    void collect(const QDomNode &root, QLatin1String kind)
+    void add(const QDomElement &element)
     {
-        for (TreeWalk walk(root); !walk.atEnd(); walk.next()) {
-            const QDomElement element = walk.node().toElement();
-            if (element.tagName() != kind)
-                continue;
-            if (classified(element).begin == unresolved)
-                m_pending.push_back(m_elements.size());
-            const QString id = element.attribute(QStringLiteral("id"));
-            if (!id.isEmpty())
-                m_numbers.emplace(id, m_elements.size());
-            m_elements.push_back(element);
-        }
+        if (classified(element).begin == unresolved)
+            m_pending.push_back(m_elements.size());
+        const QString id = element.attribute(QStringLiteral("id"));
+        if (!id.isEmpty())
+            m_numbers.emplace(id, m_elements.size());
+        m_elements.push_back(element);
     }
 
     /// Follows the references from an element to a plain begin, then works back along the chain.
@@ -253,16 +270,14 @@ madeOfFittingKind(const QDomNode &target, const SvgElement &place, const Animate
     return made<AnimatableAttributeFloatList>(target, place, texts);
 }
 
-/// The begin of the first animation of a kind that is marked as the start of the closing part and
+/// The begin of the first of these animations that is marked as the start of the closing part and
 /// begins after 0; 0 when there is none.
-int conclusionBegin(const QDomNode &root, QLatin1String kind)
+int conclusionBegin(const std::vector<QDomElement> &animations)
 {
-    for (TreeWalk walk(root); !walk.atEnd(); walk.next()) {
-        const QDomElement element = walk.node().toElement();
-        if (element.tagName() != kind
-            || element.attribute(QStringLiteral("id")) != QLatin1String("CONCLUSION"))
+    for (const QDomElement &animation : animations) {
+        if (animation.attribute(QStringLiteral("id")) != QLatin1String("CONCLUSION"))
             continue;
-        const int begin = timeFromText(element.attribute(QStringLiteral("begin")));
+        const int begin = timeFromText(animation.attribute(QStringLiteral("begin")));
         if (begin > 0)
             return begin;
     }
@@ -319,8 +334,11 @@ void SvgDocument::detectConclusionTime()
 {
     parseTree();
     m_conclusionDuration = 0;
-    for (const char *kind : {"animate", "animateMotion", "animateColor", "animateTransform"}) {
-        const int begin = conclusionBegin(m_dom.documentElement(), QLatin1String(kind));
+    for (const std::vector<QDomElement> &animations :
+         elementsByKind(m_dom.documentElement(),
+                        {QLatin1String("animate"), QLatin1String("animateMotion"),
+                         QLatin1String("animateColor"), QLatin1String("animateTransform")})) {
+        const int begin = conclusionBegin(animations);
         if (begin > 0)
             m_conclusionDuration = saturatedDifference(m_durationTotal, begin);
         if (m_conclusionDuration != 0)

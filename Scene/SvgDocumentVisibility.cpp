@@ -50,8 +50,10 @@ public:
                 m_ranges.push_back({m_definitions.size(), m_definitions.size()});
             }
             const QDomElement element = walk.node().toElement();
+            if (open.empty() || !element.hasAttribute(QStringLiteral("id")))
+                continue;
             const QString id = element.attribute(QStringLiteral("id"));
-            if (!open.empty() && element.hasAttribute(QStringLiteral("id")) && isUsed(id))
+            if (isUsed(id))
                 m_definitions.push_back({element, id, controllingId(walk)});
         }
         closeDefs(open, 0);

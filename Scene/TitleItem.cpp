@@ -42,14 +42,14 @@ QImage madeLayoutImage(const QSizeF &size)
 bool isPointerEvent(int type)
 {
     return type >= QEvent::GraphicsSceneMouseMove && type <= QEvent::GraphicsSceneHoverLeave
-        && type != QEvent::GraphicsSceneContextMenu;
+            && type != QEvent::GraphicsSceneContextMenu;
 }
 
 QClipboard::Mode clipboardModeFor(const QKeyEvent &event, const QClipboard &clipboard)
 {
     const bool pastesSelection = clipboard.supportsSelection()
-        && event.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier)
-        && event.key() == Qt::Key_Insert;
+            && event.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier)
+            && event.key() == Qt::Key_Insert;
     return pastesSelection ? QClipboard::Selection : QClipboard::Clipboard;
 }
 
@@ -100,8 +100,7 @@ QTextCharFormat withWholeFont(const QTextCharFormat &format)
 bool isIndependentOf(const QTextCharFormat &format, const QFont &newDefault)
 {
     const QFont font = format.font();
-    return font.resolve(newDefault) == font
-        && !format.hasProperty(QTextFormat::FontSizeAdjustment);
+    return font.resolve(newDefault) == font && !format.hasProperty(QTextFormat::FontSizeAdjustment);
 }
 
 /// Writes the whole font into all formats that would look different under the new default font.
@@ -117,8 +116,8 @@ void keepLook(QTextDocument *document, const QFont &newDefault)
         return;
     // An earlier text would come back in the new font. A block's own format shows no text.
     const bool canBeUndone = document->isUndoAvailable()
-        && std::all_of(runs.cbegin(), runs.cend(),
-                       [](const FormatRun &run) { return run.begin == run.end; });
+            && std::all_of(runs.cbegin(), runs.cend(),
+                           [](const FormatRun &run) { return run.begin == run.end; });
     QTextCursor cursor(document);
     cursor.joinPreviousEditBlock();
     for (const FormatRun &run : qAsConst(runs)) {

@@ -53,8 +53,7 @@ public:
     QObject *stylingObject() const;
     void setStylingObject(QObject *object);
 
-    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
-               QWidget *widget) override;
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 Q_SIGNALS:
     /// Editing has ended and the content was changed.

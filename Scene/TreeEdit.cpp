@@ -17,8 +17,10 @@ bool isDefs(const QDomNode &node)
 
 std::optional<QString> usedId(const QDomElement &element)
 {
+    if (element.tagName() != QLatin1String("use"))
+        return std::nullopt;
     const QString reference = element.attribute(QStringLiteral("xlink:href"));
-    if (element.tagName() != QLatin1String("use") || !reference.startsWith(QLatin1Char('#')))
+    if (!reference.startsWith(QLatin1Char('#')))
         return std::nullopt;
     return reference.mid(1);
 }

@@ -1,41 +1,30 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
+#include "Measure.h"
+#include "Titles.h"
+
 #include <Scene/SvgDocument.h>
 #include <Scene/TitleSvgItem.h>
 
-#include <benchmark/benchmark.h>
-
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QImage>
 #include <QPainter>
 
-#include <cstdio>
-#include <cstdlib>
+#include <memory>
 
-// What one frame of a title costs at 1920x1080: drawn by its document alone, and by its item in a
-// view. Every iteration draws the next frame of 40 ms, from the start of the title to its closing
-// part; so far the times of the document and of the clip are the same.
+// What a title costs as an item of a scene, beside its document alone.
+//
+// view             a frame, drawn by a view of 1920x1080
+// view_by_image    the same with the clip paths cut out on an image of the item's own
+// construct_item   an item
 
 namespace {
 
 constexpr int frameLength = 40; // ms
 const QSize frameSize(1920, 1080);
-
-QString templateText(const char *name)
-{
-    QFile file(QDir(QStringLiteral(TITLESCENE_TEMPLATES)).filePath(QString::fromLatin1(name)));
-    if (!file.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "%s: %s\n", qPrintable(file.fileName()),
-                     qPrintable(file.errorString()));
-        std::exit(1);
-    }
-    return QString::fromUtf8(file.readAll());
-}
 
 /// The times of one frame after the other, again and again.
 class FrameTimes
@@ -55,29 +44,12 @@ private:
     int m_time = 0;
 };
 
-void countFrames(benchmark::State &state)
-{
-    state.counters["frames/s"] =
-            benchmark::Counter(double(state.iterations()), benchmark::Counter::kIsRate);
-}
-
-void drawDocument(benchmark::State &state, const char *name)
-{
-    SvgDocument document(templateText(name));
-    FrameTimes times(document.animationDurationTotal() - document.animationConclusionDuration());
-    QImage frame(frameSize, QImage::Format_ARGB32_Premultiplied);
-    for ([[maybe_unused]] const auto _ : state) {
-        frame.fill(Qt::transparent);
-        QPainter painter(&frame);
-        document.paint(&painter, times.next());
-    }
-    countFrames(state);
-}
-
-void drawItemInView(benchmark::State &state, const char *name, bool onImage)
+/// A view that shows one item, from the start of its title to the closing part; so far the times of
+/// the document and of the clip are the same.
+void drawInView(benchmark::State &state, const QString &text, bool onImage)
 {
     QGraphicsScene scene(QRectF(QPointF(), frameSize));
-    auto *item = new TitleSvgItem(templateText(name));
+    auto *item = new TitleSvgItem(text);
     item->setPaintOnImage(onImage);
     scene.addItem(item);
     QGraphicsView view(&scene);
@@ -86,24 +58,53 @@ void drawItemInView(benchmark::State &state, const char *name, bool onImage)
     view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view.resize(frameSize);
 
+    SvgDocument document(text);
     FrameTimes times(item->documentFullViewTime());
     QImage frame(frameSize, QImage::Format_ARGB32_Premultiplied);
+    Comparison comparison(state);
     for ([[maybe_unused]] const auto _ : state) {
-        item->setCurrentTime(times.next());
-        item->update();
-        view.viewport()->render(&frame);
+        const int time = times.next();
+        comparison.measure(
+                [&] {
+                    item->setCurrentTime(time);
+                    item->update();
+                    view.viewport()->render(&frame);
+                },
+                [&] {
+                    frame.fill(Qt::transparent);
+                    QPainter painter(&frame);
+                    document.paint(&painter, time);
+                });
     }
-    countFrames(state);
 }
 
-BENCHMARK_CAPTURE(drawDocument, lower_third, "lower-third.svg")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(drawItemInView, lower_third, "lower-third.svg", false)
-        ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(drawDocument, clip_reveal, "clip-reveal.svg")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(drawItemInView, clip_reveal_directly, "clip-reveal.svg", false)
-        ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(drawItemInView, clip_reveal_by_image, "clip-reveal.svg", true)
-        ->Unit(benchmark::kMillisecond);
+void constructItem(benchmark::State &state, const QString &text)
+{
+    Comparison comparison(state);
+    for ([[maybe_unused]] const auto _ : state) {
+        std::unique_ptr<TitleSvgItem> item;
+        std::unique_ptr<SvgDocument> document;
+        comparison.measure([&] { item = std::make_unique<TitleSvgItem>(text); },
+                           [&] { document = std::make_unique<SvgDocument>(text); });
+    }
+}
+
+void addAll()
+{
+    for (const Title &title : templates())
+        addBenchmark(
+                QStringLiteral("view/") + title.name, 0,
+                [text = title.text](benchmark::State &state) { drawInView(state, text, false); });
+    addBenchmark(QStringLiteral("view_by_image/clip-reveal.svg"), 0, [](benchmark::State &state) {
+        drawInView(state, templateText(QStringLiteral("clip-reveal.svg")), true);
+    });
+    std::vector<Title> titles = templates();
+    for (const int elements : {200, 2000, 20000})
+        titles.push_back(generatedTitle({elements}));
+    for (const Title &title : titles)
+        addBenchmark(QStringLiteral("construct_item/") + title.name, title.iterations(),
+                     [text = title.text](benchmark::State &state) { constructItem(state, text); });
+}
 
 } // namespace
 
@@ -111,10 +112,5 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks(argc, argv, addAll);
 }

@@ -54,7 +54,8 @@ public:
         return QTest::qWaitForWindowActive(&view);
     }
 
-    //! The middle of the caret before the character at a position of the document, item coordinates.
+    //! The middle of the caret before the character at a position of the document, item
+    //! coordinates.
     QPointF pointAt(int position) const
     {
         const QTextBlock block = document.findBlock(position);
@@ -77,10 +78,7 @@ public:
         QTest::mouseDClick(window(), Qt::LeftButton, Qt::NoModifier, windowPoint(itemPoint));
     }
 
-    void moveMouse(const QPointF &itemPoint)
-    {
-        QTest::mouseMove(window(), windowPoint(itemPoint));
-    }
+    void moveMouse(const QPointF &itemPoint) { QTest::mouseMove(window(), windowPoint(itemPoint)); }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
@@ -176,9 +174,8 @@ inline void addEndings()
 {
     QTest::addColumn<Action>("end");
 
-    QTest::newRow("click beside") << Action([](TextStage &stage) {
-        stage.click(stage.pointBeside());
-    });
+    QTest::newRow("click beside") << Action(
+            [](TextStage &stage) { stage.click(stage.pointBeside()); });
     QTest::newRow("click on another title") << Action([](TextStage &stage) {
         auto *other = new TitleItem(QSizeF(100, 50), nullptr);
         other->setPlainText(QStringLiteral("other"));
@@ -201,20 +198,16 @@ inline void addEndings()
         stage.view.close();
         QTRY_VERIFY(!stage.item->isEditable());
     });
-    QTest::newRow("setEditable(false)") << Action([](TextStage &stage) {
-        stage.item->setEditable(false);
-    });
-    QTest::newRow("setEditable(false, point)") << Action([](TextStage &stage) {
-        stage.item->setEditable(false, QPointF(20, 10));
-    });
+    QTest::newRow("setEditable(false)")
+            << Action([](TextStage &stage) { stage.item->setEditable(false); });
+    QTest::newRow("setEditable(false, point)")
+            << Action([](TextStage &stage) { stage.item->setEditable(false, QPointF(20, 10)); });
     QTest::newRow("clearFocus()") << Action([](TextStage &stage) { stage.item->clearFocus(); });
-    QTest::newRow("the scene's focus is cleared") << Action([](TextStage &stage) {
-        stage.scene.clearFocus();
-    });
+    QTest::newRow("the scene's focus is cleared")
+            << Action([](TextStage &stage) { stage.scene.clearFocus(); });
     QTest::newRow("the title is hidden") << Action([](TextStage &stage) { stage.item->hide(); });
-    QTest::newRow("the title is disabled") << Action([](TextStage &stage) {
-        stage.item->setEnabled(false);
-    });
+    QTest::newRow("the title is disabled")
+            << Action([](TextStage &stage) { stage.item->setEnabled(false); });
     QTest::newRow("the title leaves the scene") << Action([](TextStage &stage) {
         stage.scene.removeItem(stage.item);
         stage.scene.addItem(stage.item);

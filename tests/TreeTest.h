@@ -6,6 +6,7 @@
 #include "WarningFreeTest.h"
 
 #include <QDomDocument>
+#include <QRandomGenerator>
 #include <QTextStream>
 
 /// The tree of a text.
@@ -41,4 +42,31 @@ inline QString contentOf(const QDomNode &node)
     for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling())
         parts += contentOf(child);
     return QLatin1Char('(') + parts.join(QLatin1Char('|')) + QLatin1Char(')');
+}
+
+/// The text of a small tree of all kinds of nodes.
+inline QString randomTreeText(QRandomGenerator &random)
+{
+    const char *const pieces[] = {"<a>",    "<b c='&lt;'>", "</>",     "</>",          "x",
+                                  " ",      "\n",           "&amp;",   "<d/>",         "<!--e-->",
+                                  "]]&gt;", "&#13;",        "<?f g?>", "<![CDATA[h]]>"};
+    QString text = QStringLiteral("<svg>");
+    QStringList open{QStringLiteral("</svg>")};
+    const int count = random.bounded(12);
+    for (int k = 0; k < count; ++k) {
+        // The last pieces are rarer, since no tree with them survives.
+        const int last = random.bounded(4) == 0 ? 14 : 11;
+        const QString piece = QString::fromLatin1(pieces[random.bounded(last)]);
+        if (piece == QLatin1String("</>")) {
+            if (open.size() > 1)
+                text += open.takeLast();
+            continue;
+        }
+        if (piece == QLatin1String("<a>") || piece.startsWith(QLatin1String("<b")))
+            open.append(QStringLiteral("</%1>").arg(piece.at(1)));
+        text += piece;
+    }
+    while (!open.isEmpty())
+        text += open.takeLast();
+    return text;
 }

@@ -5,6 +5,8 @@
 #include "WarningFreeTest.h"
 
 #include <Scene/SceneHelper.h>
+#include <Scene/TitleItem.h>
+#include <Scene/TitleSvgItem.h>
 
 #include <QGraphicsObject>
 #include <QGraphicsRectItem>
@@ -198,6 +200,7 @@ private Q_SLOTS:
     void viewScales();
     void viewScaleSlots_data();
     void viewScaleSlots();
+    void viewScalePassesTitlesOver();
     void viewScaleOfOneItem();
     void viewScaleOfItemsOnOtherScenes();
     void latestViewScaleWins();
@@ -842,6 +845,22 @@ void SceneHelperTest::viewScaleSlots()
         actual = scalesToldTo(new InvokableItem);
     QTEST(actual, "scales");
     QCOMPARE(m_added->count(), 1);
+}
+
+void SceneHelperTest::viewScalePassesTitlesOver()
+{
+    auto *svgTitle = new TitleSvgItem(QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" "
+                                                     "viewBox=\"0 0 10 10\"/>"));
+    auto *textTitle = new TitleItem(QSizeF(100, 50), nullptr);
+    for (QGraphicsObject *title : {static_cast<QGraphicsObject *>(svgTitle),
+                                   static_cast<QGraphicsObject *>(textTitle)}) {
+        QCOMPARE(title->metaObject()->indexOfSlot("setViewScale(qreal)"), -1);
+        m_helper->addItem(title);
+        m_helper->setViewScale(2);
+        QCOMPARE(title->scale(), 1.0);
+        QCOMPARE(title->transform(), QTransform());
+        QVERIFY(m_helper->scene()->items().contains(title));
+    }
 }
 
 void SceneHelperTest::viewScaleOfOneItem()

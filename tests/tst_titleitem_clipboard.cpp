@@ -197,11 +197,11 @@ void TitleItemClipboardTest::plainTextTakesThePlaceOfRichText_data()
     QTest::addColumn<QString>("html");
     QTest::addColumn<QString>("pasted");
 
-    QTest::newRow("text and HTML") << QStringLiteral("the text") << boldRed()
-                                   << QStringLiteral("the text");
+    QTest::newRow("text and HTML")
+            << QStringLiteral("the text") << boldRed() << QStringLiteral("the text");
     QTest::newRow("HTML alone") << QString() << boldRed() << QStringLiteral("bold text");
-    QTest::newRow("empty text and HTML") << QStringLiteral("") << boldRed()
-                                         << QStringLiteral("bold text");
+    QTest::newRow("empty text and HTML")
+            << QStringLiteral("") << boldRed() << QStringLiteral("bold text");
     QTest::newRow("HTML of two paragraphs")
             << QString() << QStringLiteral("<p>one</p><p>two</p>") << QStringLiteral("one\ntwo");
     QTest::newRow("HTML with entities")
@@ -283,11 +283,10 @@ void TitleItemClipboardTest::overEverythingTakesTheTitlesFormat_data()
 
     QTest::newRow("plain text") << QStringLiteral("new") << QString() << QStringLiteral("new");
     QTest::newRow("rich text") << QString() << boldRed() << QStringLiteral("bold text");
-    QTest::newRow("lines") << QStringLiteral("one\ntwo") << QString()
-                           << QStringLiteral("one\ntwo");
-    QTest::newRow("longer than it was") << QStringLiteral("a much longer text than the title was")
-                                        << QString()
-                                        << QStringLiteral("a much longer text than the title was");
+    QTest::newRow("lines") << QStringLiteral("one\ntwo") << QString() << QStringLiteral("one\ntwo");
+    QTest::newRow("longer than it was")
+            << QStringLiteral("a much longer text than the title was") << QString()
+            << QStringLiteral("a much longer text than the title was");
     QTest::newRow("many scripts") << QString::fromUtf8("Привет 你好 مرحبا नमस्ते 😀") << QString()
                                   << QString::fromUtf8("Привет 你好 مرحبا नमस्ते 😀");
 }

@@ -272,12 +272,10 @@ void TitleItemEditingTest::reportsNothingWhateverWasPressed_data()
 {
     QTest::addColumn<Action>("action");
 
-    const auto row = [](const char *name, const Action &action) {
-        QTest::newRow(name) << action;
-    };
+    const auto row = [](const char *name, const Action &action) { QTest::newRow(name) << action; };
     row("walking", [](TextStage &stage) {
-        for (const Qt::Key key : {Qt::Key_End, Qt::Key_Left, Qt::Key_Home, Qt::Key_Right,
-                                  Qt::Key_Down, Qt::Key_Up})
+        for (const Qt::Key key :
+             {Qt::Key_End, Qt::Key_Left, Qt::Key_Home, Qt::Key_Right, Qt::Key_Down, Qt::Key_Up})
             stage.press(key);
     });
     row("select all", pressing(QKeySequence::SelectAll));
@@ -345,38 +343,56 @@ void TitleItemEditingTest::reportsEveryKindOfChange_data()
     const auto row = [](const char *name, const Action &change, const char *text) {
         QTest::newRow(name) << change << QString::fromUtf8(text);
     };
-    row("a character", [](TextStage &stage) { stage.type(QStringLiteral("x")); }, "onex");
+    row(
+            "a character", [](TextStage &stage) { stage.type(QStringLiteral("x")); }, "onex");
     row("a space", pressing(Qt::Key_Space), "one ");
     row("a tab", pressing(Qt::Key_Tab), "one\t");
     row("a paragraph", pressing(Qt::Key_Return), "one\n");
     row("a line", pressing(Qt::Key_Return, Qt::ShiftModifier), "one\n");
     row("backspace", pressing(Qt::Key_Backspace), "on");
     row("a whole word back", pressing(QKeySequence::DeleteStartOfWord), "");
-    row("cut", [](TextStage &stage) {
-        stage.press(Qt::Key_Left, Qt::ShiftModifier);
-        stage.press(QKeySequence::Cut);
-    }, "on");
-    row("paste", [](TextStage &stage) {
-        QApplication::clipboard()->setText(QStringLiteral("x"));
-        stage.press(QKeySequence::Paste);
-    }, "onex");
-    row("undo of it all", [](TextStage &stage) {
-        stage.type(QStringLiteral("x"));
-        stage.press(QKeySequence::Undo);
-    }, "one");
-    row("by an input method", [](TextStage &stage) { stage.commit(QStringLiteral("x")); }, "onex");
-    row("composing over a selection", [](TextStage &stage) {
-        stage.press(QKeySequence::SelectAll);
-        stage.compose(QStringLiteral("ni"));
-        stage.compose(QString());
-    }, "");
-    row("a format alone", [](TextStage &stage) {
-        QTextCursor cursor(&stage.document);
-        cursor.select(QTextCursor::Document);
-        QTextCharFormat bold;
-        bold.setFontWeight(QFont::Bold);
-        cursor.mergeCharFormat(bold);
-    }, "one");
+    row(
+            "cut",
+            [](TextStage &stage) {
+                stage.press(Qt::Key_Left, Qt::ShiftModifier);
+                stage.press(QKeySequence::Cut);
+            },
+            "on");
+    row(
+            "paste",
+            [](TextStage &stage) {
+                QApplication::clipboard()->setText(QStringLiteral("x"));
+                stage.press(QKeySequence::Paste);
+            },
+            "onex");
+    row(
+            "undo of it all",
+            [](TextStage &stage) {
+                stage.type(QStringLiteral("x"));
+                stage.press(QKeySequence::Undo);
+            },
+            "one");
+    row(
+            "by an input method", [](TextStage &stage) { stage.commit(QStringLiteral("x")); },
+            "onex");
+    row(
+            "composing over a selection",
+            [](TextStage &stage) {
+                stage.press(QKeySequence::SelectAll);
+                stage.compose(QStringLiteral("ni"));
+                stage.compose(QString());
+            },
+            "");
+    row(
+            "a format alone",
+            [](TextStage &stage) {
+                QTextCursor cursor(&stage.document);
+                cursor.select(QTextCursor::Document);
+                QTextCharFormat bold;
+                bold.setFontWeight(QFont::Bold);
+                cursor.mergeCharFormat(bold);
+            },
+            "one");
 }
 
 void TitleItemEditingTest::reportsEveryKindOfChange()

@@ -43,6 +43,8 @@ class TitleItemFormatsTest : public WarningFreeTest
 private Q_SLOTS:
     void currentFormat_data();
     void currentFormat();
+    void currentFormatOfTextToCome_data();
+    void currentFormatOfTextToCome();
     void reportsFormatsOnTheWay();
     void reportsAFormatOnce();
     void reportsCanBeQueued();
@@ -62,6 +64,7 @@ private Q_SLOTS:
     void walkingChangesNothing_data();
     void walkingChangesNothing();
     void walkingKeepsTheUndoStack();
+    void gettingAFontClearsTheUndoStack();
     void typesOnBehindOtherFormats();
     void typingKeepsTheLookOfTheRest();
     void selectionSurvivesAnotherDefaultFont();
@@ -101,6 +104,32 @@ void TitleItemFormatsTest::currentFormat()
     QCOMPARE(stage.item->currentCharFormat().font().weight(), weight);
     QCOMPARE(stage.position(), position);
     QCOMPARE(stage.item->textCursor().anchor(), anchor);
+}
+
+void TitleItemFormatsTest::currentFormatOfTextToCome_data()
+{
+    QTest::addColumn<int>("position");
+    QTest::addColumn<bool>("isSeen");
+
+    QTest::newRow("at the start") << 0 << false;
+    QTest::newRow("behind a character") << 2 << true;
+}
+
+/// A format that was set for what is typed next.
+void TitleItemFormatsTest::currentFormatOfTextToCome()
+{
+    QFETCH(const int, position);
+    QFETCH(const bool, isSeen);
+
+    TextStage stage(QStringLiteral("abcdef"));
+    QTextCursor cursor(&stage.document);
+    cursor.setPosition(position);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    cursor.mergeCharFormat(bold);
+    stage.item->setTextCursor(cursor);
+    QCOMPARE(stage.item->currentCharFormat().font().bold(), isSeen);
+    QVERIFY(stage.item->textCursor().charFormat().font().bold());
 }
 
 void TitleItemFormatsTest::reportsFormatsOnTheWay()
@@ -143,7 +172,8 @@ void TitleItemFormatsTest::reportsCanBeQueued()
 {
     TextStage stage(QStringLiteral("<b>bold</b>"));
     int weight = 0;
-    connect(stage.item, &TitleItem::currentCharFormatChanged, this,
+    connect(
+            stage.item, &TitleItem::currentCharFormatChanged, this,
             [&weight](const QTextCharFormat &format) { weight = format.fontWeight(); },
             Qt::QueuedConnection);
     putCursor(stage, 2);
@@ -344,10 +374,10 @@ void TitleItemFormatsTest::walkingChangesNothing_data()
                               "</span><a href='x'>link</a>");
     QTest::newRow("colours and backgrounds")
             << QStringLiteral("a<span style='color:#ff0000;background-color:#00ff00'>b</span>c");
-    QTest::newRow("spacing")
-            << QStringLiteral("a<span style='letter-spacing:4px;word-spacing:9px'>b c</span>d");
-    QTest::newRow("a table")
-            << QStringLiteral("<table border='1'><tr><th>head</th><td>cell</td></tr></table>");
+    QTest::newRow("spacing") << QStringLiteral(
+            "a<span style='letter-spacing:4px;word-spacing:9px'>b c</span>d");
+    QTest::newRow("a table") << QStringLiteral(
+            "<table border='1'><tr><th>head</th><td>cell</td></tr></table>");
     QTest::newRow("scripts") << QString::fromUtf8("<b>Жирный</b> 天地 <i>नमस्ते</i> мир");
 }
 
@@ -397,6 +427,27 @@ void TitleItemFormatsTest::walkingKeepsTheUndoStack()
     QCOMPARE(stage.text(), QStringLiteral("one two three"));
 }
 
+/// What was typed into text without a font of its own would come back in another font.
+void TitleItemFormatsTest::gettingAFontClearsTheUndoStack()
+{
+    TextStage stage(QStringLiteral("one <b>two</b>"));
+    QVERIFY(stage.show());
+    stage.item->setEditable(true);
+    stage.type(QStringLiteral("x"));
+    QVERIFY(stage.document.isUndoAvailable());
+    stage.press(Qt::Key_End);
+    QCOMPARE(stage.document.defaultFont().weight(), int(QFont::Bold));
+    QVERIFY(!stage.document.isUndoAvailable());
+    QCOMPARE(stage.text(), QStringLiteral("xone two"));
+    QCOMPARE(stage.formatAt(0).font().weight(), int(QFont::Normal));
+
+    stage.type(QStringLiteral("y"));
+    stage.press(Qt::Key_Home);
+    stage.press(Qt::Key_End);
+    stage.press(QKeySequence::Undo);
+    QCOMPARE(stage.text(), QStringLiteral("xone two"));
+}
+
 void TitleItemFormatsTest::typesOnBehindOtherFormats()
 {
     TextStage stage(manyFonts());
@@ -416,7 +467,8 @@ void TitleItemFormatsTest::typesOnBehindOtherFormats()
 
 void TitleItemFormatsTest::typingKeepsTheLookOfTheRest()
 {
-    TextStage stage(QStringLiteral("regular <b>bold</b> <span style='font-size:30pt'>large</span>"));
+    TextStage stage(
+            QStringLiteral("regular <b>bold</b> <span style='font-size:30pt'>large</span>"));
     QVERIFY(stage.show());
     stage.item->setEditable(true, stage.pointAt(12));
     stage.type(QStringLiteral("123"));
@@ -468,8 +520,8 @@ void TitleItemFormatsTest::sceneEventsAreAnswered_data()
 {
     QTest::addColumn<int>("type");
 
-    for (const QEvent::Type type : {QEvent::GrabMouse, QEvent::GraphicsSceneHelp,
-                                    QEvent::ContextMenu, QEvent::TouchBegin})
+    for (const QEvent::Type type :
+         {QEvent::GrabMouse, QEvent::GraphicsSceneHelp, QEvent::ContextMenu, QEvent::TouchBegin})
         QTest::addRow("type %d", int(type)) << int(type);
 }
 

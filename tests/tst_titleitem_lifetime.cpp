@@ -72,9 +72,8 @@ void TitleItemLifetimeTest::listenersMayDeleteTheTitle_data()
         other->setEditable(true);
         QVERIFY(other->hasFocus());
     });
-    row("format: double click", format, [](TextStage &stage) {
-        stage.doubleClick(stage.pointAt(6));
-    });
+    row("format: double click", format,
+        [](TextStage &stage) { stage.doubleClick(stage.pointAt(6)); });
     row("format: the mouse above it", format, [=](TextStage &stage) {
         putCursorIntoBold(stage);
         stage.moveMouse(stage.pointAt(2));
@@ -123,8 +122,9 @@ void TitleItemLifetimeTest::geometryListenersMayDeleteTheTitle_data()
     QTest::addColumn<Action>("action");
     QTest::addColumn<bool>("isLater");
 
-    QTest::newRow("setSize()")
-            << Action([](TextStage &stage) { stage.item->setSize(QSizeF(20, 100)); }) << false;
+    QTest::newRow("setSize()") << Action([](TextStage &stage) {
+        stage.item->setSize(QSizeF(20, 100));
+    }) << false;
     QTest::newRow("a new text width")
             << Action([](TextStage &stage) { stage.document.setTextWidth(20); }) << false;
     QTest::newRow("a change of the document")

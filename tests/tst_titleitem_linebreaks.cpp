@@ -37,27 +37,30 @@ struct Sample
 };
 
 const Sample samples[] = {
-    {"Latin",
-     "The quick brown fox jumps over the lazy dog while five boxing wizards jump quickly past it, "
-     "illegally filling Wavy AVATAR To."},
-    {"Cyrillic", "Съешь ещё этих мягких французских булок, да выпей чаю, а потом ещё немного."},
-    {"CJK", "天地玄黄宇宙洪荒日月盈昃辰宿列張寒來暑往秋收冬藏閏餘成歲律呂調陽"},
-    {"Arabic", "نص حكيم له سر قاطع وذو شأن عظيم مكتوب على ثوب أخضر ومغلف بجلد أزرق"},
-    {"Devanagari", "ऋषियों को सताने वाले दुष्ट राक्षसों के राजा रावण का सर्वनाश करने वाले"},
-    {"scripts in one line", "Hello Привет 你好世界 مرحبا नमस्ते 안녕하세요 😀🎬 и ещё Καλημέρα, all of them."},
-    {"formats in one line",
-     "regular <b>bold and wide</b> <i>leaning over</i> <span style='font-size:20pt'>large</span> "
-     "<span style='font-family:DejaVu Serif'>with serifs</span> "
-     "<span style='font-size:11px'>measured in pixels</span> <u>underlined</u> "
-     "<span style='font-family:DejaVu Sans Mono'>of one width</span>"},
-    {"formats and scripts",
-     "<b>Жирный</b> <i>наклонный</i> <span style='font-size:20pt'>大きい文字</span> "
-     "<span style='font-family:DejaVu Serif'>с засечками 和 serif</span> <b>अक्षर</b> "
-     "<span style='font-size:9pt'>small 小さい</span> 😀"},
-    {"pixels: letter spacing", "<span style='letter-spacing:2px'>some words spaced out</span>"},
-    {"pixels: margins and indents",
-     "<h1>A heading of some words</h1><p>and a paragraph that follows it</p>"
-     "<ul><li>one item that is long</li><li>another item</li></ul>"},
+        {"Latin",
+         "The quick brown fox jumps over the lazy dog while five boxing wizards jump quickly past "
+         "it, "
+         "illegally filling Wavy AVATAR To."},
+        {"Cyrillic", "Съешь ещё этих мягких французских булок, да выпей чаю, а потом ещё немного."},
+        {"CJK", "天地玄黄宇宙洪荒日月盈昃辰宿列張寒來暑往秋收冬藏閏餘成歲律呂調陽"},
+        {"Arabic", "نص حكيم له سر قاطع وذو شأن عظيم مكتوب على ثوب أخضر ومغلف بجلد أزرق"},
+        {"Devanagari", "ऋषियों को सताने वाले दुष्ट राक्षसों के राजा रावण का सर्वनाश करने वाले"},
+        {"scripts in one line",
+         "Hello Привет 你好世界 مرحبا नमस्ते 안녕하세요 😀🎬 и ещё Καλημέρα, all of them."},
+        {"formats in one line",
+         "regular <b>bold and wide</b> <i>leaning over</i> <span "
+         "style='font-size:20pt'>large</span> "
+         "<span style='font-family:DejaVu Serif'>with serifs</span> "
+         "<span style='font-size:11px'>measured in pixels</span> <u>underlined</u> "
+         "<span style='font-family:DejaVu Sans Mono'>of one width</span>"},
+        {"formats and scripts",
+         "<b>Жирный</b> <i>наклонный</i> <span style='font-size:20pt'>大きい文字</span> "
+         "<span style='font-family:DejaVu Serif'>с засечками 和 serif</span> <b>अक्षर</b> "
+         "<span style='font-size:9pt'>small 小さい</span> 😀"},
+        {"pixels: letter spacing", "<span style='letter-spacing:2px'>some words spaced out</span>"},
+        {"pixels: margins and indents",
+         "<h1>A heading of some words</h1><p>and a paragraph that follows it</p>"
+         "<ul><li>one item that is long</li><li>another item</li></ul>"},
 };
 
 QString lineBreaks(const QTextDocument &document)
@@ -65,8 +68,8 @@ QString lineBreaks(const QTextDocument &document)
     QStringList starts;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         for (int i = 0; i < block.layout()->lineCount(); ++i)
-            starts.append(QString::number(block.position()
-                                          + block.layout()->lineAt(i).textStart()));
+            starts.append(
+                    QString::number(block.position() + block.layout()->lineAt(i).textStart()));
     }
     return starts.join(QLatin1Char(' '));
 }

@@ -39,6 +39,8 @@ void TitleItemTypingTest::typesScripts_data()
     row("Devanagari", "नमस्ते");
     row("Thai", "สวัสดี");
     row("Hangul", "안녕하세요");
+    row("Chinese", "天地玄黄，你好世界");
+    row("Japanese", "漢字とかな");
     row("emoji", "😀🎬👍🏽");
 }
 

@@ -10,6 +10,7 @@
 #include <QGraphicsView>
 #include <QPainterPath>
 #include <QPen>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QStyleOptionGraphicsItem>
 #include <QTransform>
@@ -194,6 +195,7 @@ private Q_SLOTS:
     void lineColorInThePicture();
     void lineColorLeavesClipPathsAlone();
     void svgTextStaysAsItWas();
+    void listenersMayDeleteTheTitle();
 };
 
 // Meta-object and plain values
@@ -1112,6 +1114,26 @@ void TitleSvgItemTest::svgTextStaysAsItWas()
         const QImage image = sceneImage(item, QRect(0, 0, 70, 10), Qt::white);
         QCOMPARE(isBlank(image), item.boundingRect().isEmpty());
         QCOMPARE(item.toSvgText(), text);
+    }
+}
+
+void TitleSvgItemTest::listenersMayDeleteTheTitle()
+{
+    QGraphicsScene scene;
+    for (const bool isGeometry : {true, false}) {
+        const QPointer<TitleSvgItem> item = new TitleSvgItem(card());
+        scene.addItem(item);
+        const auto deleteItem = [item] { delete item; };
+        if (isGeometry)
+            connect(item, &TitleSvgItem::geometryChanged, this, deleteItem);
+        else
+            connect(item, &TitleSvgItem::documentChanged, this, deleteItem);
+        if (isGeometry)
+            item->setSize(QSizeF(10, 10));
+        else
+            item->setLineParams(QPen(Qt::red));
+        QVERIFY(!item);
+        QVERIFY(scene.items().isEmpty());
     }
 }
 

@@ -162,8 +162,8 @@ void TextTitleWindow::chooseColor()
 {
     if (!m_title)
         return;
-    const QColor color = QColorDialog::getColor(m_title->currentCharFormat().foreground().color(),
-                                                this);
+    const QColor color =
+            QColorDialog::getColor(m_title->currentCharFormat().foreground().color(), this);
     if (!color.isValid())
         return;
     QTextCharFormat format;

@@ -12,6 +12,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationDisplayName(QStringLiteral("Text Titles"));
 
     TextTitleWindow window;
+    window.resize(1000, 660);
     window.show();
     return QApplication::exec();
 }
