@@ -21,7 +21,7 @@ int documentTime(const ClipTiming &timing, int clipTime)
     const int conclusionStart = std::max(saturatedDifference(timing.clipDuration, conclusion),
                                          saturatedSum(main, shortestHold));
     int itemTime = std::min(clipTime, main);
-    if (clipTime >= main && clipTime > conclusionStart)
+    if (clipTime > conclusionStart)
         itemTime = saturatedSum(main, saturatedDifference(clipTime, conclusionStart));
     return saturatedInt(itemTime * timing.speed);
 }

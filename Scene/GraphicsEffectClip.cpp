@@ -4,7 +4,6 @@
 #include "GraphicsEffectClip.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 GraphicsEffectClip::GraphicsEffectClip(QRectF clipRect, QObject *parent)
     : QGraphicsEffect(parent), m_clipRect(clipRect)
@@ -26,12 +25,14 @@ void GraphicsEffectClip::setClipRect(QRectF rect)
 void GraphicsEffectClip::draw(QPainter *painter)
 {
     const bool wasClipped = painter->hasClipping();
-    const QPainterPath clipBefore = wasClipped ? painter->clipPath() : QPainterPath();
+    // Not by asking for the clip path and setting it again: that turns it into coordinates of the
+    // item and back, which is not exact, impossible for an item of no size, and wrong when the
+    // item's children have left their own transform behind.
+    painter->save();
     painter->setClipRect(m_clipRect, Qt::ReplaceClip);
     drawSource(painter);
-    if (wasClipped) {
-        painter->setClipPath(clipBefore, Qt::ReplaceClip);
-    } else {
+    painter->restore();
+    if (!wasClipped) {
         painter->setClipRect(QRectF(), Qt::ReplaceClip);
         painter->setClipping(false);
     }

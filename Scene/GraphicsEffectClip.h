@@ -30,7 +30,8 @@ public:
     void setClipRect(QRectF rect);
 
 protected:
-    /// Draws the item. The painter has the clip afterwards that it had before, or none.
+    /// Draws the item. The painter is as before afterwards; when it did not clip, switching its
+    /// clipping on again lets nothing through.
     void draw(QPainter *painter) override;
 
 private:

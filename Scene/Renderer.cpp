@@ -33,7 +33,7 @@ typename Tag::type stowed<Tag>::value;
 template <typename Tag, typename Tag::type member>
 struct stow_private
 {
-    stow_private() { stowed<Tag>::value = member; }
+    stow_private() noexcept { stowed<Tag>::value = member; }
     static stow_private instance;
 };
 template <typename Tag, typename Tag::type member>

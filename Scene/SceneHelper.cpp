@@ -7,7 +7,6 @@
 
 #include <QGraphicsObject>
 #include <QGraphicsScene>
-#include <QSet>
 
 #include <algorithm>
 
@@ -15,8 +14,11 @@ namespace {
 
 QSet<QGraphicsItem *> itemsOn(const QGraphicsScene &scene)
 {
+    QSet<QGraphicsItem *> result;
     const QList<QGraphicsItem *> items = scene.items();
-    return QSet<QGraphicsItem *>(items.begin(), items.end());
+    for (QGraphicsItem *item : items)
+        result.insert(item);
+    return result;
 }
 
 } // namespace
@@ -25,6 +27,7 @@ SceneHelper::SceneHelper(QGraphicsScene *scene, QObject *parent) : QObject(paren
 {
     qRegisterMetaType<SceneHelper::Time>("SceneHelper::Time");
     qRegisterMetaType<QGraphicsItem *>();
+    qRegisterMetaType<QGraphicsObject *>();
     if (m_scene)
         m_scene->setParent(this);
 }
@@ -38,13 +41,11 @@ QGraphicsScene *SceneHelper::scene()
 
 bool SceneHelper::hasItems() const
 {
-    const bool anyObject = std::any_of(m_items.begin(), m_items.end(),
+    const bool anyObject = std::any_of(m_objects.begin(), m_objects.end(),
                                        [](const QGraphicsObject *object) { return object; });
-    if (anyObject || m_items.isEmpty() || !m_scene)
+    if (anyObject || m_plainItems.isEmpty() || !m_scene)
         return anyObject;
-    const QSet<QGraphicsItem *> onScene = itemsOn(*m_scene);
-    return std::any_of(m_items.keyBegin(), m_items.keyEnd(),
-                       [&onScene](QGraphicsItem *item) { return onScene.contains(item); });
+    return itemsOn(*m_scene).intersects(m_plainItems);
 }
 
 SceneHelper::Time SceneHelper::sceneTime() const
@@ -68,21 +69,19 @@ void SceneHelper::addItem(QGraphicsItem *item)
 {
     if (!m_scene || !item)
         return;
-    m_scene->addItem(item);
-    QGraphicsObject *object = item->toGraphicsObject();
-    if (object && !m_items.contains(item))
-        connect(object, &QObject::destroyed, this, [this, item] { m_items.remove(item); });
-    m_items.insert(item, object);
+    if (item->scene() != m_scene)
+        m_scene->addItem(item);
+    remember(item);
     setItemViewScale(item, m_viewScale);
-    Q_EMIT itemAdded(item);
+    if (isAdded(item))
+        Q_EMIT itemAdded(item);
 }
 
 void SceneHelper::removeItem(QGraphicsItem *item)
 {
-    if (!m_scene || !m_items.contains(item))
+    if (!m_scene || !isAdded(item))
         return;
-    if (item->scene() == m_scene)
-        m_scene->removeItem(item);
+    takeOffScene(item);
     forget(item);
     Q_EMIT itemRemoved(item);
 }
@@ -91,24 +90,29 @@ void SceneHelper::clear()
 {
     if (!m_scene)
         return;
-    const QSet<QGraphicsItem *> onScene = itemsOn(*m_scene);
-    const QList<QGraphicsItem *> items = m_items.keys();
-    for (QGraphicsItem *item : items) {
-        if (onScene.contains(item))
-            m_scene->removeItem(item);
-        forget(item);
+    const QHash<QGraphicsItem *, QPointer<QGraphicsObject>> objects = m_objects;
+    for (const QPointer<QGraphicsObject> &object : objects) {
+        if (object && isAdded(object)) {
+            takeOffScene(object);
+            forget(object);
+        }
     }
+    const QSet<QGraphicsItem *> plainItemsOnScene = itemsOn(*m_scene).intersect(m_plainItems);
+    for (QGraphicsItem *item : plainItemsOnScene)
+        takeOffScene(item);
+    m_plainItems.clear();
     Q_EMIT sceneCleared();
 }
 
 void SceneHelper::deleteItemLater(QGraphicsObject *item)
 {
-    if (!m_scene || !m_items.contains(item))
+    if (!m_scene || !isAdded(item))
         return;
     forget(item);
-    item->setVisible(false);
     const QPointer<QGraphicsObject> guard(item);
-    Q_EMIT itemRemoved(item);
+    item->setVisible(false);
+    if (guard)
+        Q_EMIT itemRemoved(item);
     if (guard)
         guard->deleteLater();
 }
@@ -130,11 +134,12 @@ void SceneHelper::setSceneBackground(QPixmap px)
 void SceneHelper::setViewScale(qreal s)
 {
     m_viewScale = s;
-    // A copy, since the slots that are called may add, remove or delete items.
-    const QHash<QGraphicsItem *, QGraphicsObject *> items = m_items;
-    for (auto entry = items.begin(); entry != items.end(); ++entry) {
-        if (entry.value() && m_items.contains(entry.key()))
-            setItemViewScale(entry.key(), s);
+    // A copy, since the slots that are called may add, remove or delete items. They may also set
+    // another scale, which holds for the items still to come.
+    const QHash<QGraphicsItem *, QPointer<QGraphicsObject>> objects = m_objects;
+    for (const QPointer<QGraphicsObject> &object : objects) {
+        if (object && isAdded(object))
+            setItemViewScale(object, m_viewScale);
     }
 }
 
@@ -148,8 +153,35 @@ QObject *SceneHelper::stylingObject()
     return m_stylingObject;
 }
 
+/// An object that is being deleted does not count; nothing of it but its address is looked at.
+bool SceneHelper::isAdded(QGraphicsItem *item) const
+{
+    const auto object = m_objects.constFind(item);
+    if (object != m_objects.constEnd())
+        return !object->isNull();
+    return m_plainItems.contains(item) && !item->toGraphicsObject();
+}
+
+void SceneHelper::remember(QGraphicsItem *item)
+{
+    forget(item); // or what was at its address before it
+    if (QGraphicsObject *object = item->toGraphicsObject()) {
+        m_objects.insert(item, object);
+        connect(object, &QObject::destroyed, &m_watch, [this, item] { m_objects.remove(item); });
+    } else {
+        m_plainItems.insert(item);
+    }
+}
+
 void SceneHelper::forget(QGraphicsItem *item)
 {
-    if (QGraphicsObject *object = m_items.take(item))
-        disconnect(object, &QObject::destroyed, this, nullptr);
+    m_plainItems.remove(item);
+    if (QGraphicsObject *object = m_objects.take(item))
+        disconnect(object, &QObject::destroyed, &m_watch, nullptr);
+}
+
+void SceneHelper::takeOffScene(QGraphicsItem *item)
+{
+    if (item->scene() == m_scene)
+        m_scene->removeItem(item);
 }

@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QPixmap>
 #include <QPointer>
+#include <QSet>
 
 class QGraphicsItem;
 class QGraphicsObject;
@@ -36,7 +37,8 @@ public:
     /// The scene; null when somebody has deleted it. A helper without its scene takes no items.
     QGraphicsScene *scene();
 
-    /// True when items were added and not removed again.
+    /// True when items were added and not removed again. An item that is no QGraphicsObject counts
+    /// while it is on the scene.
     bool hasItems() const;
 
     Time sceneTime() const;
@@ -86,14 +88,20 @@ public Q_SLOTS:
     QObject *stylingObject();
 
 private:
+    bool isAdded(QGraphicsItem *item) const;
+    void remember(QGraphicsItem *item);
     void forget(QGraphicsItem *item);
+    void takeOffScene(QGraphicsItem *item);
 
     Time m_sceneTime = 0;
     qreal m_viewScale = 1.0;
     QPointer<QGraphicsScene> m_scene;
-    // The items added, and each one as the object that it is, or null. An item that is no object
-    // can be deleted unnoticed, so its pointer is used only while the scene lists it.
-    QHash<QGraphicsItem *, QGraphicsObject *> m_items;
+    // The items added. One that is no object can be deleted unnoticed, so its pointer is used only
+    // while the scene lists it, or when the caller brings it.
+    QHash<QGraphicsItem *, QPointer<QGraphicsObject>> m_objects;
+    QSet<QGraphicsItem *> m_plainItems;
     QPointer<QObject> m_stylingObject;
     QPixmap m_background;
+    // Receives the destruction of objects. The last member, since it must go before the others.
+    QObject m_watch;
 };

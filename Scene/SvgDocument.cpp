@@ -40,30 +40,18 @@ SvgDocument::SvgDocument(const QString &svgText) : m_data(withUtf8Declaration(sv
     setBuffer(&m_data);
     QBuffer::open(QIODevice::ReadWrite);
 
-    if (const std::unique_ptr<RendererDocument> renderer = admitText())
+    const std::unique_ptr<RendererDocument> renderer = loadRenderer();
+    m_loaded = renderer != nullptr;
+    if (m_loaded)
         analyse(*renderer, svgText);
+    else if (m_admitted)
+        setErrorString(QStringLiteral("not an SVG document"));
     detectUseElements();
     detectConclusionTime();
     fixDefinitionsVisibility();
 }
 
 SvgDocument::~SvgDocument() = default;
-
-/// The text as a renderer document; null, with the reason in errorString(), when it is refused.
-std::unique_ptr<RendererDocument> SvgDocument::admitText()
-{
-    const QString refusal = refusalOf(m_data);
-    m_admitted = refusal.isEmpty();
-    if (!m_admitted) {
-        setErrorString(refusal);
-        return nullptr;
-    }
-    std::unique_ptr<RendererDocument> renderer = loadRenderer();
-    m_loaded = renderer != nullptr;
-    if (!m_loaded)
-        setErrorString(QStringLiteral("not an SVG document"));
-    return renderer;
-}
 
 void SvgDocument::analyse(const RendererDocument &renderer, const QString &svgText)
 {
@@ -79,8 +67,34 @@ void SvgDocument::analyse(const RendererDocument &renderer, const QString &svgTe
     m_hasClipping = hasElement(svgText, QStringLiteral("clipPath"));
 }
 
+bool SvgDocument::isTextKnown() const
+{
+    return !m_knownText.isNull() && m_knownText.constData() == m_data.constData();
+}
+
+bool SvgDocument::isInAgreement(Agreement agreement) const
+{
+    return isTextKnown() && !m_treeIsShared && m_agreement == agreement;
+}
+
+/// Whether the text may be given to parsers. Our own saves may; a text that somebody else has
+/// written is judged once. The reason of a refusal is in errorString().
+bool SvgDocument::isTextAdmitted()
+{
+    if (!isTextKnown()) {
+        const QString refusal = refusalOf(m_data.left(int(m_textSize)));
+        m_admitted = refusal.isEmpty();
+        setErrorString(refusal);
+        m_knownText = m_data;
+        m_agreement = Agreement::None;
+    }
+    return m_admitted;
+}
+
 std::unique_ptr<RendererDocument> SvgDocument::loadRenderer()
 {
+    if (!isTextAdmitted())
+        return nullptr;
     seek(0);
     m_reader.setDevice(this);
     return RendererDocument::load(&m_reader);
@@ -170,33 +184,38 @@ QDomNode SvgDocument::documentRoot()
 void SvgDocument::saveToBuffer()
 {
     writeTree(QDomNode::EncodingFromTextStream);
-    m_textIsSaved = true;
+    m_agreement = Agreement::TextIsSavedTree;
 }
 
 void SvgDocument::writeTree(QDomNode::EncodingPolicy policy)
 {
-    seek(0);
-    QTextStream stream(this);
-    stream.setCodec("UTF-8");
-    m_dom.save(stream, 1, policy);
-    m_textIsSaved = false;
+    {
+        seek(0);
+        QTextStream stream(this);
+        stream.setCodec("UTF-8");
+        m_dom.save(stream, 1, policy);
+    }
+    m_knownText = m_data;
+    m_admitted = !m_dom.documentElement().isNull();
+    m_agreement = Agreement::None;
 }
 
-/// Fills the tree from the text, unless it is known to be filled from this very text.
+/// Fills the tree from the text, unless it is known to be filled from this very text. What a parser
+/// makes of broken text is no document.
 void SvgDocument::parseTree()
 {
-    const bool isParsed = !m_treeIsShared && m_parsedText.constData() == m_data.constData();
-    if (isParsed)
+    const bool isAdmitted = isTextAdmitted();
+    if (isInAgreement(Agreement::TreeIsParsedText))
         return;
     seek(0);
-    m_elements.reset();
-    m_textIsSaved = false;
-    m_treeIsShared = false;
-    // What the parser makes of broken text is no document. Text behind the root is no such case:
-    // the renderer does not even read it.
-    if (!m_admitted || (!m_dom.setContent(this) && !m_loaded))
+    placesChanged();
+    // Text behind the root makes the parser report an error, too, but the tree is complete then.
+    if (isAdmitted)
+        m_dom.setContent(this);
+    else
         m_dom.clear();
-    m_parsedText = m_data;
+    m_treeIsShared = false;
+    m_agreement = Agreement::TreeIsParsedText;
 }
 
 /// The element at a place that the document knows, or at any other place.
@@ -212,8 +231,7 @@ QDomElement SvgDocument::find(const SvgElement &place, const QDomNode &root)
 /// To be called after every change of the tree that the text does not have yet.
 void SvgDocument::treeChanged()
 {
-    m_textIsSaved = false;
-    m_parsedText.clear();
+    m_agreement = Agreement::None;
 }
 
 /// To be called after every change of what places() holds.
@@ -251,8 +269,7 @@ qint64 SvgDocument::readData(char *data, qint64 maxSize)
 /// Writing at the start begins a new text.
 qint64 SvgDocument::writeData(const char *data, qint64 size)
 {
-    m_parsedText.clear();
-    m_textIsSaved = false;
+    m_knownText.clear();
     const qint64 start = pos();
     const qint64 written = QBuffer::writeData(data, size);
     if (written >= 0)

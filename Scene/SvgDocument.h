@@ -194,8 +194,17 @@ private:
     using SvgElements = std::vector<boost::shared_ptr<SvgElement>>;
     using AttributeNumbers = std::vector<std::size_t>;
 
+    // How the tree and the text stand to each other.
+    enum class Agreement {
+        None,
+        TreeIsParsedText, // the tree is what parsing the text gives
+        TextIsSavedTree   // the text is what saveToBuffer() makes of the tree
+    };
+
+    bool isTextKnown() const;
+    bool isTextAdmitted();
+    bool isInAgreement(Agreement agreement) const;
     std::unique_ptr<RendererDocument> loadRenderer();
-    std::unique_ptr<RendererDocument> admitText();
     void analyse(const RendererDocument &renderer, const QString &svgText);
     void parseTree();
     void writeTree(QDomNode::EncodingPolicy policy);
@@ -204,13 +213,24 @@ private:
     QDomElement find(const SvgElement &place, const QDomNode &root);
     std::vector<const SvgElement *> places() const;
     void placesChanged();
-    void write(const AdjustableAttribute &attribute, const QString &value, const QDomNode &root);
-    void restore(const AdjustableAttribute &attribute, const QDomNode &root);
+    void writeValue(const AdjustableAttribute &attribute, const QString &value,
+                    const QDomNode &root);
+    void restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root);
     void showUses(const SvgElements &uses, bool visible, const QDomNode &root);
 
-    bool applyWinners(const std::vector<bool> &winners, int ms);
-    bool restoreDefaults(const std::vector<bool> &winners);
+    // One attribute that a frame writes.
+    struct FrameStep
+    {
+        boost::shared_ptr<AnimatableAttribute> animation;
+        QString value;
+        bool isDefault; // the template's own value, not the animation's
+    };
+
     std::vector<bool> winnersAt(int ms) const;
+    std::vector<FrameStep> stepsAt(int ms) const;
+    std::vector<bool> neededSteps(const std::vector<FrameStep> &steps) const;
+    void carryOut(const FrameStep &step);
+    bool showsUsesOf(const AnimatableAttribute &attribute) const;
 
     QByteArray m_data;
     QXmlStreamReader m_reader;
@@ -227,11 +247,11 @@ private:
     // For each animated attribute, by its id(): its animations' indices in m_animatableAttributes.
     std::map<QString, AttributeNumbers> m_animationsById;
 
-    bool m_admitted = false;     // the text may be given to parsers
-    bool m_loaded = false;       // the renderer has accepted the text
+    bool m_loaded = false;       // the renderer has accepted the template's text
     qint64 m_textSize = 0;       // what lies behind it in m_data is left over from a longer text
-    QByteArray m_parsedText;     // shares m_data's bytes as long as the tree is parsed from them
-    bool m_textIsSaved = false;  // the text is what saveToBuffer() makes of the tree
+    QByteArray m_knownText;      // shares m_data's bytes unless somebody else has written them
+    bool m_admitted = false;     // the known text may be given to parsers
     bool m_treeIsShared = false; // somebody outside may have changed the tree since it was parsed
+    Agreement m_agreement = Agreement::None;
     std::unique_ptr<ElementIndex> m_elements; // of places() in the tree; null when out of date
 };

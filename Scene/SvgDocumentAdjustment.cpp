@@ -91,6 +91,6 @@ void SvgDocument::adjustAttribute(const QString &name, const QString &value)
         return;
     const QDomElement root = m_dom.documentElement();
     for (const auto &attribute : entry->second)
-        write(*attribute, value, root);
+        writeValue(*attribute, value, root);
     writeTree(QDomNode::EncodingFromDocument);
 }

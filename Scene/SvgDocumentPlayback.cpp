@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 // How a title gets to a time: for each animated attribute one animation wins or the template's own
 // value comes back, the tree is saved, and the renderer draws the saved text.
@@ -59,12 +60,64 @@ void SvgDocument::paint(QPainter *painter, int ms)
 
 void SvgDocument::applyAnimation(int ms)
 {
-    const std::vector<bool> winners = winnersAt(ms);
-    const bool anyWritten = applyWinners(winners, ms);
-    const bool anyRestored = restoreDefaults(winners);
-    const bool textIsTree = m_textIsSaved && !m_treeIsShared;
-    if ((anyWritten || anyRestored) && !textIsTree)
+    const std::vector<FrameStep> steps = stepsAt(ms);
+    const std::vector<bool> needed = neededSteps(steps);
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (needed[i])
+            carryOut(steps[i]);
+    }
+    if (!steps.empty() && !isInAgreement(Agreement::TextIsSavedTree))
         saveToBuffer();
+}
+
+/// What has to be written at this time: the winners' values in document order, since two
+/// definitions with one id show and hide the same elements, then the defaults of attributes without
+/// a winner.
+std::vector<SvgDocument::FrameStep> SvgDocument::stepsAt(int ms) const
+{
+    const std::vector<bool> winners = winnersAt(ms);
+    std::vector<FrameStep> steps;
+    for (std::size_t number = 0; number < winners.size(); ++number) {
+        const auto &animation = m_animatableAttributes[number];
+        if (winners[number])
+            steps.push_back({animation, animation->valueForTime(ms), false});
+    }
+    for (const auto &entry : m_animationsById) {
+        const AttributeNumbers &numbers = entry.second;
+        const bool hasWinner = std::any_of(numbers.begin(), numbers.end(),
+                                           [&winners](std::size_t n) { return winners[n]; });
+        const auto &animation = m_animatableAttributes[numbers.back()];
+        if (!hasWinner)
+            steps.push_back({animation, animation->defaultValue(), true});
+    }
+    return steps;
+}
+
+/// All but those that show or hide what a later step shows or hides as well.
+std::vector<bool> SvgDocument::neededSteps(const std::vector<FrameStep> &steps) const
+{
+    std::vector<bool> needed(steps.size(), true);
+    std::map<QString, std::size_t> latest;
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        const AnimatableAttribute &animation = *steps[i].animation;
+        if (!showsUsesOf(animation))
+            continue;
+        const auto inserted = latest.emplace(animation.svgId(), i);
+        if (!inserted.second)
+            needed[std::exchange(inserted.first->second, i)] = false;
+    }
+    return needed;
+}
+
+void SvgDocument::carryOut(const FrameStep &step)
+{
+    const QDomElement root = m_dom.documentElement();
+    if (updateDefinitionVisibility(root, step.animation, step.value))
+        return;
+    if (step.isDefault)
+        restoreDefault(*step.animation, root);
+    else
+        writeValue(*step.animation, step.value, root);
 }
 
 /// For each animation, by its index, whether it sets its attribute at this time.
@@ -87,53 +140,18 @@ std::vector<bool> SvgDocument::winnersAt(int ms) const
     return winners;
 }
 
-/// In document order, since two definitions with one id show and hide the same elements.
-bool SvgDocument::applyWinners(const std::vector<bool> &winners, int ms)
-{
-    const QDomElement root = m_dom.documentElement();
-    bool any = false;
-    for (std::size_t number = 0; number < winners.size(); ++number) {
-        if (!winners[number])
-            continue;
-        const auto &animation = m_animatableAttributes[number];
-        const QString value = animation->valueForTime(ms);
-        if (!updateDefinitionVisibility(root, animation, value))
-            write(*animation, value, root);
-        any = true;
-    }
-    return any;
-}
-
-bool SvgDocument::restoreDefaults(const std::vector<bool> &winners)
-{
-    const QDomElement root = m_dom.documentElement();
-    bool any = false;
-    for (const auto &entry : m_animationsById) {
-        const AttributeNumbers &numbers = entry.second;
-        const bool hasWinner = std::any_of(numbers.begin(), numbers.end(),
-                                           [&winners](std::size_t n) { return winners[n]; });
-        if (hasWinner)
-            continue;
-        const auto &animation = m_animatableAttributes[numbers.back()];
-        if (!updateDefinitionVisibility(root, animation, animation->defaultValue()))
-            restore(*animation, root);
-        any = true;
-    }
-    return any;
-}
-
-void SvgDocument::write(const AdjustableAttribute &attribute, const QString &value,
-                        const QDomNode &root)
+void SvgDocument::writeValue(const AdjustableAttribute &attribute, const QString &value,
+                             const QDomNode &root)
 {
     if (writeAttribute(find(attribute.element(), root), attribute.attributeName(), value))
         treeChanged();
 }
 
-void SvgDocument::restore(const AdjustableAttribute &attribute, const QDomNode &root)
+void SvgDocument::restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root)
 {
     const QString value = attribute.defaultValue();
     if (!value.isEmpty())
-        write(attribute, value, root);
+        writeValue(attribute, value, root);
     else if (eraseAttribute(find(attribute.element(), root), attribute.attributeName()))
         treeChanged();
 }

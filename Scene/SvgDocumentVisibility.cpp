@@ -8,6 +8,7 @@
 #include "TreeWalk_p.h"
 
 #include <map>
+#include <optional>
 
 // Showing and hiding what stands in "defs" through the "use" elements that draw it.
 
@@ -23,7 +24,7 @@ struct Definition
 {
     QDomElement element;
     QString id;
-    QString controlledBy; ///< the id whose visibility becomes this element's own, if any
+    std::optional<QString> controlledBy; ///< the id whose visibility becomes this element's own
 };
 
 /// The definitions of one "defs" element, by their numbers: from first, before last.
@@ -72,10 +73,11 @@ private:
             m_ranges[open.back().range].last = m_definitions.size();
     }
 
-    static QString controllingId(const TreeWalk &walk)
+    static std::optional<QString> controllingId(const TreeWalk &walk)
     {
-        const QString id = usedId(walk.node().toElement());
-        return id.isEmpty() || walk.element().hasVisibilityAncestor() ? QString() : id;
+        if (walk.element().hasVisibilityAncestor())
+            return std::nullopt;
+        return usedId(walk.node().toElement());
     }
 
     std::vector<Definition> m_definitions;
@@ -90,8 +92,9 @@ std::map<QString, bool> shownIds(const Definitions &definitions)
     for (const DefinitionRange &range : definitions.ranges()) {
         for (std::size_t number = range.first; number < range.last; ++number) {
             const Definition &definition = definitions.at(number);
-            const auto given = shown.find(definition.controlledBy);
-            if (!definition.controlledBy.isEmpty() && given != shown.end())
+            const auto given =
+                    definition.controlledBy ? shown.find(*definition.controlledBy) : shown.end();
+            if (given != shown.end())
                 shown[definition.id] = given->second;
             else if (hasVisibility(definition.element))
                 shown[definition.id] =
@@ -107,12 +110,9 @@ void SvgDocument::detectUseElements()
 {
     parseTree();
     for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
-        const QDomElement element = walk.node().toElement();
-        if (element.tagName() != QLatin1String("use")
-            || !element.attribute(QStringLiteral("xlink:href")).startsWith(QLatin1Char('#')))
-            continue;
-        m_useElements[usedId(element)].push_back(
-                boost::shared_ptr<SvgElement>(new SvgElement(walk.element())));
+        if (const std::optional<QString> id = usedId(walk.node().toElement()))
+            m_useElements[*id].push_back(
+                    boost::shared_ptr<SvgElement>(new SvgElement(walk.element())));
     }
     placesChanged();
 }
@@ -136,13 +136,17 @@ bool SvgDocument::updateDefinitionVisibility(const QDomNode &root,
                                              boost::shared_ptr<AnimatableAttribute> attribute,
                                              const QString &value)
 {
-    if (!attribute->isDefinition() || attribute->attributeName() != QLatin1String("visibility"))
+    if (!showsUsesOf(*attribute))
         return false;
-    const auto uses = m_useElements.find(attribute->svgId());
-    if (uses == m_useElements.end())
-        return false;
-    showUses(uses->second, value.isEmpty() || meansShown(value), root);
+    showUses(m_useElements[attribute->svgId()], value.isEmpty() || meansShown(value), root);
     return true;
+}
+
+/// Whether the attribute is the visibility of a definition that is used.
+bool SvgDocument::showsUsesOf(const AnimatableAttribute &attribute) const
+{
+    return attribute.isDefinition() && attribute.attributeName() == QLatin1String("visibility")
+            && m_useElements.find(attribute.svgId()) != m_useElements.end();
 }
 
 void SvgDocument::showUses(const SvgElements &uses, bool visible, const QDomNode &root)

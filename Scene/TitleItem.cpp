@@ -10,12 +10,19 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QGraphicsSceneMouseEvent>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
+#include <QTextLayout>
+#include <QVector>
+
+#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -26,6 +33,8 @@ QImage madeLayoutImage(const QSizeF &size)
     QImage image(saturatedInt(size.width()), saturatedInt(size.height()), QImage::Format_ARGB32);
     if (image.isNull())
         image = QImage(1, 1, QImage::Format_ARGB32); // its resolution is what counts
+    image.setDotsPerMeterX(dotsPerMeter);
+    image.setDotsPerMeterY(dotsPerMeter);
     return image;
 }
 
@@ -33,14 +42,14 @@ QImage madeLayoutImage(const QSizeF &size)
 bool isPointerEvent(int type)
 {
     return type >= QEvent::GraphicsSceneMouseMove && type <= QEvent::GraphicsSceneHoverLeave
-        && type != QEvent::GraphicsSceneContextMenu;
+            && type != QEvent::GraphicsSceneContextMenu;
 }
 
 QClipboard::Mode clipboardModeFor(const QKeyEvent &event, const QClipboard &clipboard)
 {
     const bool pastesSelection = clipboard.supportsSelection()
-        && event.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier)
-        && event.key() == Qt::Key_Insert;
+            && event.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier)
+            && event.key() == Qt::Key_Insert;
     return pastesSelection ? QClipboard::Selection : QClipboard::Clipboard;
 }
 
@@ -48,7 +57,80 @@ QClipboard::Mode clipboardModeFor(const QKeyEvent &event, const QClipboard &clip
 QString plainText(const QMimeData &data)
 {
     const QString text = data.text();
-    return text.isEmpty() ? QTextDocumentFragment::fromHtml(data.html()).toPlainText() : text;
+    if (!text.isEmpty())
+        return text;
+    return QTextDocumentFragment::fromHtml(data.html())
+            .toPlainText()
+            .remove(QChar::ObjectReplacementCharacter);
+}
+
+/// Text of one format, or, when it is empty, a block.
+struct FormatRun
+{
+    int begin;
+    int end;
+    QTextCharFormat format;
+};
+
+QVector<FormatRun> formatRuns(const QTextDocument &document)
+{
+    QVector<FormatRun> runs;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        runs.append({block.position(), block.position(), block.charFormat()});
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment text = it.fragment();
+            runs.append({text.position(), text.position() + text.length(), text.charFormat()});
+        }
+    }
+    return runs;
+}
+
+/// The format with its whole font written into it.
+QTextCharFormat withWholeFont(const QTextCharFormat &format)
+{
+    QTextCharFormat whole = format;
+    whole.setFont(format.font());
+    if (format.hasProperty(QTextFormat::TextUnderlineStyle))
+        whole.setUnderlineStyle(format.underlineStyle()); // a font knows no other line than a solid
+    whole.clearProperty(QTextFormat::FontSizeAdjustment); // steps from the default font's size
+    return whole;
+}
+
+/// Whether the format leaves nothing to the default font that the new one would change.
+bool isIndependentOf(const QTextCharFormat &format, const QFont &newDefault)
+{
+    const QFont font = format.font();
+    return font.resolve(newDefault) == font && !format.hasProperty(QTextFormat::FontSizeAdjustment);
+}
+
+/// Writes the whole font into all formats that would look different under the new default font.
+void keepLook(QTextDocument *document, const QFont &newDefault)
+{
+    QVector<FormatRun> runs = formatRuns(*document);
+    runs.erase(std::remove_if(runs.begin(), runs.end(),
+                              [&newDefault](const FormatRun &run) {
+                                  return isIndependentOf(run.format, newDefault);
+                              }),
+               runs.end());
+    if (runs.isEmpty())
+        return;
+    // An earlier text would come back in the new font. A block's own format shows no text.
+    const bool canBeUndone = document->isUndoAvailable()
+            && std::all_of(runs.cbegin(), runs.cend(),
+                           [](const FormatRun &run) { return run.begin == run.end; });
+    QTextCursor cursor(document);
+    cursor.joinPreviousEditBlock();
+    for (const FormatRun &run : qAsConst(runs)) {
+        cursor.setPosition(run.begin);
+        cursor.setPosition(run.end, QTextCursor::KeepAnchor);
+        if (cursor.hasSelection())
+            cursor.setCharFormat(withWholeFont(run.format));
+        else
+            cursor.setBlockCharFormat(withWholeFont(run.format));
+    }
+    cursor.endEditBlock();
+    if (!canBeUndone)
+        document->clearUndoRedoStacks();
 }
 
 } // namespace
@@ -57,15 +139,14 @@ TitleItem::TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem 
     : QGraphicsTextItem(parent), m_layoutImage(madeLayoutImage(size))
 {
     qRegisterMetaType<QTextCharFormat>();
-    if (document)
+    if (document) {
         setDocument(document);
-    QTextDocument *shown = this->document();
-    connect(shown, &QTextDocument::contentsChanged, this, [this] { m_modified = true; });
-    connect(shown->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
-            &TitleItem::geometryChanged);
-    m_layoutImage.setDotsPerMeterX(dotsPerMeter);
-    m_layoutImage.setDotsPerMeterY(dotsPerMeter);
-    shown->documentLayout()->setPaintDevice(&m_layoutImage);
+        connect(document, &QObject::destroyed, this, [this] {
+            setDocument(new QTextDocument(this));
+            followDocument();
+        });
+    }
+    followDocument();
     setFlags(ItemIsFocusable | ItemIsMovable | ItemIsSelectable);
     endEditing();
 }
@@ -75,6 +156,15 @@ TitleItem::~TitleItem()
     QAbstractTextDocumentLayout *layout = document()->documentLayout();
     if (layout->paintDevice() == &m_layoutImage)
         layout->setPaintDevice(nullptr);
+}
+
+void TitleItem::followDocument()
+{
+    connect(document(), &QTextDocument::contentsChanged, this, [this] { m_modified = true; });
+    QAbstractTextDocumentLayout *layout = document()->documentLayout();
+    connect(layout, &QAbstractTextDocumentLayout::documentSizeChanged, this,
+            &TitleItem::geometryChanged);
+    layout->setPaintDevice(&m_layoutImage);
 }
 
 bool TitleItem::isEditable() const
@@ -92,10 +182,14 @@ void TitleItem::setEditable(bool editable, QPointF pos)
 
 void TitleItem::beginEditing(QPointF pos)
 {
+    const QPointer<TitleItem> guard(this);
     const bool wasEditable = isEditable();
     setTextInteractionFlags(Qt::TextEditorInteraction);
     setFocus(Qt::MouseFocusReason);
-    setSelected(true);
+    if (guard)
+        setSelected(true);
+    if (!guard)
+        return;
     if (!wasEditable)
         m_modified = false;
     // A press puts the text cursor where it was clicked.
@@ -107,12 +201,26 @@ void TitleItem::beginEditing(QPointF pos)
 
 void TitleItem::endEditing()
 {
+    finishComposing();
+    // Taken first, since losing the focus comes back here.
+    const bool wasModified = std::exchange(m_modified, false);
     setTextInteractionFlags(Qt::NoTextInteraction);
     clearFocus();
-    if (m_modified) {
-        m_modified = false;
+    if (wasModified)
         Q_EMIT contentEdited();
-    }
+}
+
+/// Text that an input method still composes is kept, also when the platform would drop it.
+void TitleItem::finishComposing()
+{
+    if (hasFocus())
+        QGuiApplication::inputMethod()->commit();
+    const QTextLayout *layout = textCursor().block().layout();
+    if (!layout || layout->preeditAreaText().isEmpty())
+        return;
+    QInputMethodEvent commit;
+    commit.setCommitString(layout->preeditAreaText());
+    inputMethodEvent(&commit);
 }
 
 void TitleItem::setSize(QSizeF size)
@@ -144,6 +252,7 @@ QObject *TitleItem::stylingObject() const
 void TitleItem::setStylingObject(QObject *object)
 {
     m_stylingObject = object;
+    update();
 }
 
 QTextCharFormat TitleItem::currentCharFormat() const
@@ -156,18 +265,27 @@ QTextCharFormat TitleItem::currentCharFormat() const
 
 bool TitleItem::sceneEvent(QEvent *event)
 {
-    const int type = event->type();
+    const QEvent::Type type = event->type();
+    // While an input method composes, the document says that it changed although no text did.
+    const bool wasModified = m_modified;
+    const QString html = type == QEvent::InputMethod ? toHtml() : QString();
+
     const QPointer<TitleItem> guard(this);
     const bool result = QGraphicsTextItem::sceneEvent(event);
-    if (guard)
-        checkFormatChanges(type);
+    if (!guard)
+        return result;
+    if (type == QEvent::InputMethod && toHtml() == html)
+        m_modified = wasModified;
+    checkFormatChanges(type);
     return result;
 }
 
 void TitleItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 {
+    const QPointer<TitleItem> guard(this);
     beginEditing(event->pos());
-    QGraphicsTextItem::mouseDoubleClickEvent(event);
+    if (guard)
+        QGraphicsTextItem::mouseDoubleClickEvent(event);
 }
 
 void TitleItem::focusOutEvent(QFocusEvent *event)
@@ -201,25 +319,14 @@ void TitleItem::keepFormatForNextCharacter()
     setTextCursor(cursor);
 }
 
-/// Sets the content anew under the new default font. To the user nothing has happened: the cursor,
-/// the selection, the format of the next character and the unreported changes stay.
+/// Changes no text and no look, so nobody is told of a change.
 void TitleItem::makeDefault(const QFont &font)
 {
     const bool wasModified = m_modified;
-    const QTextCursor before = textCursor();
-    const int anchor = before.anchor();
-    const int position = before.position();
-    const QTextCharFormat format = before.charFormat();
-
+    const bool wasDocumentModified = document()->isModified();
+    keepLook(document(), font);
     document()->setDefaultFont(font);
-    setHtml(toHtml());
-
-    QTextCursor cursor = textCursor();
-    cursor.setPosition(anchor);
-    cursor.setPosition(position, QTextCursor::KeepAnchor);
-    if (!cursor.hasSelection() && cursor.charFormat() != format)
-        cursor.setCharFormat(format);
-    setTextCursor(cursor);
+    document()->setModified(wasDocumentModified);
     m_modified = wasModified;
 }
 
@@ -242,7 +349,7 @@ void TitleItem::pastePlainText(QKeyEvent *event)
     const int selected = before.selectionEnd() - before.selectionStart();
     const bool replacesAll = selected != 0 && selected == document()->characterCount() - 1;
     QGraphicsTextItem::keyPressEvent(event);
-    if (!replacesAll)
+    if (!replacesAll || textCursor().hasSelection())
         return;
     QTextCursor all(document());
     all.beginEditBlock();

@@ -22,8 +22,8 @@ class QTextDocument;
 /// text cursor. A double click begins editing, losing the focus ends it; what was changed is then
 /// reported by one contentEdited().
 ///
-/// The text is laid out at 96 dots per inch whatever the screen is, so that its lines break at the
-/// same places everywhere.
+/// Fonts are measured at 96 dots per inch whatever the screen is, so that lines break at the same
+/// places on screens of different scale.
 ///
 /// A styling object of the application's gives the pens of the frame by its dynamic properties
 /// "decoratorPen" and "strokeColor", or "decoratorSelectedPen" and "strokeSelectedPen" while the
@@ -53,27 +53,33 @@ public:
     QObject *stylingObject() const;
     void setStylingObject(QObject *object);
 
-    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
-               QWidget *widget) override;
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 Q_SIGNALS:
     /// Editing has ended and the content was changed.
     void contentEdited();
-    void currentCharFormatChanged(QTextCharFormat format);
+
+    /// The format at the text cursor, after an event that found another one there than before.
+    void currentCharFormatChanged(QTextCharFormat);
+
+    /// The text is of another size. Comes while the text is being laid out: who wants to delete the
+    /// item then, uses deleteLater().
     void geometryChanged();
 
 public Q_SLOTS:
     /// Sets the text width; the height follows from the text.
     void setSize(QSizeF size);
 
-    /// Begins editing with the text cursor at the point \a pos (item coordinates), or ends it.
-    void setEditable(bool editable, QPointF pos = QPointF());
+    /// Begins editing with the text cursor at a point in item coordinates, or ends it.
+    void setEditable(bool editable, QPointF = QPointF());
 
     void setHighlight(bool value);
 
     /// Looks at the format at the text cursor after an event of \a type (QEvent::Type): emits
     /// currentCharFormatChanged() when it is another one, keeps it for the next character when all
-    /// text is deleted, and makes its font the document's default font.
+    /// text is deleted, and makes its font the document's default font, unless the event is one of
+    /// the scene's mouse and hover events. Text that left its font to the default gets that font
+    /// for itself first, and with it the document forgets what could be undone.
     void checkFormatChanges(int type);
 
 protected:
@@ -85,6 +91,8 @@ protected:
 private:
     void beginEditing(QPointF pos);
     void endEditing();
+    void finishComposing();
+    void followDocument();
     void keepFormatForNextCharacter();
     void makeDefault(const QFont &font);
     void pastePlainText(QKeyEvent *event);

@@ -34,6 +34,9 @@ double scaleFactor(double to, double from)
 TitleSvgItem::TitleSvgItem(const QString &svgText)
     : m_svgText(svgText), m_document(new SvgDocument(svgText)), m_lineParams(initialLineParams())
 {
+    // The base class would keep a picture of a small item: no second view, and no rendering of the
+    // scene, would show a new time, and clip paths would never reach what lies below.
+    setCacheMode(NoCache);
     m_document->prepareAdjustedAttibutes({QStringLiteral("fill"), QStringLiteral("stroke")});
     if (m_document->hasClipping())
         m_clippingDocument.reset(m_document->makeClippingDocument());
@@ -116,7 +119,7 @@ void TitleSvgItem::paintFrame(QPainter *painter)
     painter->restore();
 }
 
-void TitleSvgItem::setSize(QSizeF size)
+void TitleSvgItem::setSize(const QSizeF &size)
 {
     prepareGeometryChange();
     const QRectF bounds = m_document->bounds();

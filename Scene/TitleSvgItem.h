@@ -23,7 +23,8 @@ class SvgDocument;
 /// The item owns its SvgDocument and, when the template has clip paths, a second one that erases
 /// parts of the title. The application sets the current time; the item maps the clip's time onto
 /// the title's and paints the title as it is then. Setters of plain values neither repaint nor
-/// emit: the application calls update().
+/// emit: the application calls update(). Unlike its base class the item keeps no picture of itself
+/// from paint to paint (its cacheMode() is NoCache).
 ///
 /// A styling object of the application's gives the pens of the selection frame by its dynamic
 /// properties "decoratorPen" and "strokePen", or "decoratorSelectedPen" and "strokeSelectedPen"
@@ -97,7 +98,7 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Multiplies the scale from the bounds to \a size onto the item's transform: called twice, it
     /// scales twice. Emits geometryChanged(). A scale that is not finite is left out.
-    void setSize(QSizeF size);
+    void setSize(const QSizeF &size);
     void setCurrentTime(int time);
     void setHighlight(bool highlight);
 

@@ -5,7 +5,6 @@
 
 #include <QRectF>
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -31,7 +30,8 @@ QTransform RescaleTransform(const QSizeF &from, const QSizeF &to)
 {
     if (from.isNull() || to.isNull() || isSameSize(from, to))
         return QTransform();
-    const double scale = std::min(to.height() / from.height(), to.width() / from.width());
+    // An extent that both sizes lack gives NaN; the other one decides then.
+    const double scale = std::fmin(to.height() / from.height(), to.width() / from.width());
     return QTransform().scale(scale, scale)
         * QTransform::fromTranslate((to.width() - from.width() * scale) * 0.5,
                                     (to.height() - from.height() * scale) * 0.5);

@@ -15,12 +15,12 @@ bool isDefs(const QDomNode &node)
     return node.nodeName() == QLatin1String("defs");
 }
 
-QString usedId(const QDomElement &element)
+std::optional<QString> usedId(const QDomElement &element)
 {
-    if (element.tagName() != QLatin1String("use"))
-        return QString();
     const QString reference = element.attribute(QStringLiteral("xlink:href"));
-    return reference.startsWith(QLatin1Char('#')) ? reference.mid(1) : QString();
+    if (element.tagName() != QLatin1String("use") || !reference.startsWith(QLatin1Char('#')))
+        return std::nullopt;
+    return reference.mid(1);
 }
 
 bool writeAttribute(QDomElement element, const QString &name, const QString &value)

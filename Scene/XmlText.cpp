@@ -9,9 +9,10 @@
 
 namespace {
 
+/// Between ASCII and U+00C0 there are letters, but none for names.
 bool isNameStart(QChar c)
 {
-    return c.isLetter() || c == QLatin1Char('_');
+    return (c.isLetter() && (c < QChar(0x80) || c >= QChar(0xC0))) || c == QLatin1Char('_');
 }
 
 bool isNameCharacter(QChar c)
@@ -70,7 +71,8 @@ QByteArray withUtf8Declaration(const QByteArray &text)
     if (end < 0)
         return text;
     static const QRegularExpression encoding(
-            QStringLiteral("\\sencoding\\s*=\\s*(?:\"([^\"]*)\"|'([^']*)')"));
+            QStringLiteral("^<\\?xml\\s(?:.*\\s)?encoding\\s*=\\s*(?:\"([^\"]*)\"|'([^']*)')"),
+            QRegularExpression::DotMatchesEverythingOption);
     const QString declaration = QString::fromLatin1(text.mid(start, end - start));
     const QRegularExpressionMatch match = encoding.match(declaration);
     if (!match.hasMatch())

@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QDomDocument>
 #include <QFile>
 #include <QImage>
 #include <QPainter>
@@ -17,7 +18,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-//! The text of a UTF-8 file; fails the test when it cannot be read.
+/// The text of a UTF-8 file; fails the test when it cannot be read.
 inline QString readText(const QString &path)
 {
     QFile file(path);
@@ -29,19 +30,57 @@ inline QString readText(const QString &path)
     return QString::fromUtf8(file.readAll());
 }
 
-//! The text of tests/data/<name>.
+/// The text of tests/data/<name>.
 inline QString readTestData(const QString &name)
 {
     return readText(QDir(QStringLiteral(TITLESCENE_TEST_DATA)).filePath(name));
 }
 
-//! The text of templates/<name>.
+/// The text of templates/<name>.
 inline QString readTemplate(const QString &name)
 {
     return readText(QDir(QStringLiteral(TITLESCENE_TEMPLATES)).filePath(name));
 }
 
-//! The document's bounds as they look at a time in milliseconds, one pixel for each unit.
+/// An SVG document with the given content.
+inline QString svgTitle(const QString &content)
+{
+    return QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\""
+                          " xmlns:xlink=\"http://www.w3.org/1999/xlink\""
+                          " viewBox=\"0 0 100 50\">%1</svg>")
+            .arg(content);
+}
+
+/// The document's text, without what is left over behind it.
+inline QByteArray savedText(const SvgDocument &document)
+{
+    return document.data().left(int(document.size()));
+}
+
+/// The tree of the document's text; null when the text is broken.
+inline QDomDocument savedTree(const SvgDocument &document)
+{
+    QDomDocument tree;
+    if (!tree.setContent(savedText(document)))
+        tree.clear();
+    return tree;
+}
+
+/// The first element below a node with an id; null when there is none.
+inline QDomElement elementById(const QDomNode &root, const QString &id)
+{
+    for (QDomElement child = root.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        if (child.attribute(QStringLiteral("id")) == id)
+            return child;
+        const QDomElement below = elementById(child, id);
+        if (!below.isNull())
+            return below;
+    }
+    return QDomElement();
+}
+
+/// The document's bounds as they look at a time in milliseconds, one pixel for each unit.
 inline QImage renderAt(SvgDocument &document, int ms, const QColor &background = Qt::transparent)
 {
     const QRect area = document.bounds().toAlignedRect();
@@ -59,7 +98,7 @@ inline QString sizeText(const QImage &picture)
     return QStringLiteral("%1x%2 pixels").arg(picture.width()).arg(picture.height());
 }
 
-//! Whether the picture shows nothing: no pixels, or all of one colour.
+/// Whether the picture shows nothing: no pixels, or all of one colour.
 inline bool isBlank(const QImage &picture)
 {
     if (picture.isNull())
@@ -74,14 +113,14 @@ inline bool isBlank(const QImage &picture)
     return true;
 }
 
-//! The largest difference of any of the four channels, 0 to 255.
+/// The largest difference of any of the four channels, 0 to 255.
 inline int channelDifference(QRgb a, QRgb b)
 {
     return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
                      std::abs(qBlue(a) - qBlue(b)), std::abs(qAlpha(a) - qAlpha(b))});
 }
 
-//! Saves what was expected, what came and where they differ (red) side by side; returns the path.
+/// Saves what was expected, what came and where they differ (red) side by side; returns the path.
 inline QString saveDifference(const QImage &actual, const QImage &expected,
                               const QImage &difference)
 {
@@ -105,11 +144,9 @@ inline QString saveDifference(const QImage &actual, const QImage &expected,
     return path;
 }
 
-/*!
- * Says in what the pictures differ, or nothing when no channel of any pixel is more than the
- * tolerance apart. An expected picture that is blank is a difference too, since two documents that
- * draw nothing prove nothing: where nothing is to be drawn, test with isBlank().
- */
+/// Says in what the pictures differ, or nothing when no channel of any pixel is more than the
+/// tolerance apart. An expected picture that is blank is a difference too, since two documents that
+/// draw nothing prove nothing: where nothing is to be drawn, test with isBlank().
 inline QString pictureDifference(const QImage &actual, const QImage &expected, int tolerance)
 {
     if (isBlank(expected))
@@ -140,7 +177,7 @@ inline QString pictureDifference(const QImage &actual, const QImage &expected, i
             .arg(saveDifference(actual, expected, difference));
 }
 
-//! Fails the test function when the pictures differ; see pictureDifference().
+/// Fails the test function when the pictures differ; see pictureDifference().
 #define COMPARE_PICTURES(actual, expected, tolerance) \
     do { \
         const QString difference_ = pictureDifference(actual, expected, tolerance); \

@@ -9,16 +9,14 @@
 #include <QString>
 #include <QVector>
 
-/*!
- * Announces one warning that the code under test is about to print.
- *
- *     const ExpectedWarning expected(QStringLiteral("unknown unit"));
- *     document.load(text);
- *
- * The message must contain the text. It is swallowed; when none has come by the end of the scope,
- * the test function fails. Works in tests derived from WarningFreeTest only, and takes the place of
- * QTest::ignoreMessage() there.
- */
+/// Announces one warning that the code under test is about to print.
+///
+///     const ExpectedWarning expected(QStringLiteral("unknown unit"));
+///     document.load(text);
+///
+/// The message must contain the text. It is swallowed; when none has come by the end of the scope,
+/// the test function fails. Works in tests derived from WarningFreeTest only, and takes the place
+/// of QTest::ignoreMessage() there.
 class ExpectedWarning
 {
 public:
@@ -32,7 +30,7 @@ public:
         QTest::qFail(qPrintable(failure), __FILE__, __LINE__);
     }
 
-    //! Whether the message was announced; every announcement is good for one message.
+    /// Whether the message was announced; every announcement is good for one message.
     static bool take(const QString &message)
     {
         for (ExpectedWarning *expected : pending()) {
@@ -56,10 +54,8 @@ private:
     const QString m_text;
 };
 
-/*!
- * The base class of the tests: a warning or critical message that the running test function did not
- * announce with ExpectedWarning fails it.
- */
+/// The base class of the tests: a warning or critical message that the running test function did
+/// not announce with ExpectedWarning fails it.
 class WarningFreeTest : public QObject
 {
     Q_OBJECT

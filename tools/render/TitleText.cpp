@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "TitleText.h"
+
+#include "Failure.h"
+
+#include <QFile>
+#include <QTextCodec>
+
+#include <cstdio>
+
+namespace {
+
+// Far above any title; it ends the reading of something that never ends.
+constexpr qint64 mostMebibytes = 64;
+constexpr qint64 mostBytes = mostMebibytes * 1024 * 1024;
+
+bool open(QFile &file, const QString &titleName)
+{
+    if (titleName == standardInputName())
+        return file.open(stdin, QIODevice::ReadOnly);
+    file.setFileName(titleName);
+    return file.open(QIODevice::ReadOnly);
+}
+
+QByteArray readBytes(const QString &titleName)
+{
+    QFile file;
+    if (!open(file, titleName))
+        throw Failure(displayName(titleName), file.errorString());
+
+    const QByteArray bytes = file.read(mostBytes + 1);
+    if (file.error() != QFileDevice::NoError)
+        throw Failure(displayName(titleName), file.errorString());
+    if (bytes.size() > mostBytes) {
+        throw Failure(displayName(titleName),
+                      QStringLiteral("larger than %1 MiB").arg(mostMebibytes));
+    }
+    return bytes;
+}
+
+} // namespace
+
+QString standardInputName()
+{
+    return QStringLiteral("-");
+}
+
+QString displayName(const QString &titleName)
+{
+    return titleName == standardInputName() ? QStringLiteral("standard input") : titleName;
+}
+
+QString readTitleText(const QString &titleName)
+{
+    const QByteArray bytes = readBytes(titleName);
+    QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
+    const QTextCodec *codec = QTextCodec::codecForUtfText(bytes, utf8);
+
+    QTextCodec::ConverterState state;
+    const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
+    if (state.invalidChars > 0 || state.remainingChars > 0) {
+        throw Failure(displayName(titleName),
+                      QStringLiteral("not valid %1 text").arg(QString::fromLatin1(codec->name())));
+    }
+    return text;
+}

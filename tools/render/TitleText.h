@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <QString>
+
+// The name that stands for standard input in place of a file.
+QString standardInputName();
+
+// How messages call a title of this name.
+QString displayName(const QString &titleName);
+
+// Reads a title's text: UTF-8, or UTF-16 and UTF-32 with a byte order mark, which is not part of
+// the text. Throws a Failure when it cannot be read or is not such text.
+QString readTitleText(const QString &titleName);
