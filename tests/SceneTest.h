@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "MetaObjectText.h"
 #include "WarningFreeTest.h"
 
 #include <Scene/Decorator/ResizeDecorator.h>
@@ -14,7 +15,6 @@
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
 #include <QGraphicsView>
-#include <QMetaMethod>
 #include <QMouseEvent>
 
 #include <cmath>
@@ -247,20 +247,6 @@ inline std::map<Qt::WindowFrameSection, ResizeHandleItem *> handlesOf(ResizeDeco
 inline QPointF centreOnScene(const QGraphicsItem &item)
 {
     return item.mapToScene(item.boundingRect().center());
-}
-
-//! The methods that a class adds to its base class, in the order of their indices.
-inline QStringList ownMethods(const QMetaObject &metaObject)
-{
-    QStringList methods;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        const QMetaMethod method = metaObject.method(i);
-        const QString kind = method.methodType() == QMetaMethod::Signal
-                ? QStringLiteral("signal")
-                : QStringLiteral("slot");
-        methods.append(kind + QLatin1Char(' ') + QString::fromLatin1(method.methodSignature()));
-    }
-    return methods;
 }
 
 inline bool isClose(qreal a, qreal b)
