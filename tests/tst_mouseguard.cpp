@@ -8,10 +8,33 @@
 
 #include <QSignalSpy>
 
+#include <memory>
+#include <vector>
+
 // The mouse stays with a viewport while the left button is held.
 
 Q_DECLARE_METATYPE(QEvent::Type)
 Q_DECLARE_METATYPE(Qt::MouseButton)
+
+namespace {
+
+/// The platform of the tests has no mouse to grab, and says so each time; the widget is known as the
+/// grabber all the same.
+class GrabWarnings
+{
+public:
+    explicit GrabWarnings(int count)
+    {
+        const QString text = QStringLiteral("does not support grabbing the mouse");
+        for (int i = 0; i < count; ++i)
+            m_expected.push_back(std::make_unique<ExpectedWarning>(text));
+    }
+
+private:
+    std::vector<std::unique_ptr<ExpectedWarning>> m_expected;
+};
+
+} // namespace
 
 class MouseGuardTest : public WarningFreeTest
 {
@@ -57,11 +80,13 @@ void MouseGuardTest::keepsTheMouse()
     QWidget *viewport = stage.view.viewport();
     viewport->installEventFilter(&guard);
     QCOMPARE(QWidget::mouseGrabber(), nullptr);
-    QTest::mousePress(viewport, button, Qt::NoModifier, QPoint(20, 20));
+    const GrabWarnings warnings(isKept ? 2 : 0);
+    ViewMouse mouse(stage.view);
+    mouse.press(QPointF(20.0, 20.0), button);
     QCOMPARE(QWidget::mouseGrabber(), isKept ? viewport : nullptr);
-    QTest::mouseMove(viewport, QPoint(30, 30));
+    mouse.moveBy(QPoint(10, 10));
     QCOMPARE(QWidget::mouseGrabber(), isKept ? viewport : nullptr);
-    QTest::mouseRelease(viewport, button, Qt::NoModifier, QPoint(30, 30));
+    mouse.release();
     QCOMPARE(QWidget::mouseGrabber(), nullptr);
 }
 
@@ -73,6 +98,7 @@ void MouseGuardTest::dragLeavesTheViewport()
     auto *decorator = new ResizeDecorator(new RecordingChild);
     stage.scene.addItem(decorator);
     QSignalSpy moved(decorator, &ResizeDecorator::itemMoved);
+    const GrabWarnings warnings(2);
     ViewMouse mouse(stage.view);
     mouse.press(centreOnScene(*decorator->child()));
     QCOMPARE(QWidget::mouseGrabber(), stage.view.viewport());
@@ -106,10 +132,12 @@ void MouseGuardTest::letsEveryEventPass()
     QVERIFY(QTest::qWaitForWindowExposed(&widget));
     GraphicsViewportMouseGuard guard;
     QMouseEvent event(type, QPointF(1.0, 1.0), button, button, Qt::NoModifier);
+    const bool isGrab = type == QEvent::MouseButtonPress && button == Qt::LeftButton;
+    const GrabWarnings warnings(isGrab ? 2 : 0);
     QVERIFY(!guard.eventFilter(&widget, &event));
-    const bool isLeftPress = type == QEvent::MouseButtonPress && button == Qt::LeftButton;
-    QCOMPARE(QWidget::mouseGrabber(), isLeftPress ? &widget : nullptr);
-    widget.releaseMouse();
+    QCOMPARE(QWidget::mouseGrabber(), isGrab ? &widget : nullptr);
+    if (isGrab)
+        widget.releaseMouse();
 }
 
 void MouseGuardTest::watchesWidgetsOnly()
@@ -125,9 +153,10 @@ void MouseGuardTest::watchesWidgetsOnly()
 void MouseGuardTest::unguardedGrabsNothing()
 {
     SceneOnView stage;
-    QTest::mousePress(stage.view.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(20, 20));
+    ViewMouse mouse(stage.view);
+    mouse.press(QPointF(20.0, 20.0));
     QCOMPARE(QWidget::mouseGrabber(), nullptr);
-    QTest::mouseRelease(stage.view.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(20, 20));
+    mouse.release();
 }
 
 QTEST_MAIN(MouseGuardTest)

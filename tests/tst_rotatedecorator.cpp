@@ -67,6 +67,7 @@ private Q_SLOTS:
 
     void follows_data();
     void follows();
+    void followsStepByStep();
     void quarterTurnIsHalfAPixelOff();
     void angleIsBroughtIntoNoRange();
     void goesOnFromWhereItIs();
@@ -236,6 +237,21 @@ void RotateDecoratorTest::follows()
     QCOMPARE(stage.child->rotation(), 0.0);
 }
 
+/// Also when nothing is painted between two steps.
+void RotateDecoratorTest::followsStepByStep()
+{
+    Stage stage;
+    const qreal handleDirection = direction(stage.handleCentre() - stage.centre());
+    stage.mouse.press(stage.handleCentre());
+    for (int i = 0; i < 8; ++i) {
+        stage.mouse.moveBy(QPoint(9, 7));
+        const qreal mouseDirection = direction(stage.mouse.scenePosition() - stage.centre());
+        COMPARE_CLOSE(stage.decorator->rotation(), mouseDirection - handleDirection);
+    }
+    stage.mouse.release();
+    QCOMPARE(stage.rotated.count(), 1);
+}
+
 /// The centre of the handle is half a pixel beside that of the child.
 void RotateDecoratorTest::quarterTurnIsHalfAPixelOff()
 {
@@ -266,7 +282,6 @@ void RotateDecoratorTest::angleIsBroughtIntoNoRange()
     QVERIFY(stage.decorator->rotation() > 180.0);
     const qreal below = stage.decorator->rotation();
     stage.mouse.moveBy(QPoint(0, -4));
-qDebug()<<below<<stage.decorator->rotation()<<stage.mouse.scenePosition()<<stage.centre();
     QVERIFY(stage.decorator->rotation() < 0.0);
     QVERIFY(below - stage.decorator->rotation() > 300.0);
     stage.mouse.release();
