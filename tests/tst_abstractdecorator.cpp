@@ -101,14 +101,14 @@ private Q_SLOTS:
 void AbstractDecoratorTest::methods()
 {
     const QStringList expected = {
-        QStringLiteral("signal void itemMoved()"),
-        QStringLiteral("signal void geometryChanged()"),
-        QStringLiteral("signal void decorationChanged()"),
-        QStringLiteral("slot void setEditable(bool editable, QPointF pos)"),
-        QStringLiteral("slot void setSize(QSizeF size)"),
-        QStringLiteral("slot void setViewScale(double scale)"),
-        QStringLiteral("slot void setHighlight(bool highlight)"),
-        QStringLiteral("slot void updateDecoration()"),
+            QStringLiteral("signal void itemMoved()"),
+            QStringLiteral("signal void geometryChanged()"),
+            QStringLiteral("signal void decorationChanged()"),
+            QStringLiteral("slot void setEditable(bool editable, QPointF pos)"),
+            QStringLiteral("slot void setSize(QSizeF size)"),
+            QStringLiteral("slot void setViewScale(double scale)"),
+            QStringLiteral("slot void setHighlight(bool highlight)"),
+            QStringLiteral("slot void updateDecoration()"),
     };
     QCOMPARE(ownMethods(AbstractDecorator::staticMetaObject), expected);
     QCOMPARE(AbstractDecorator::staticMetaObject.indexOfSlot("setViewScale(qreal)"),
@@ -477,16 +477,26 @@ void AbstractDecoratorTest::tellsOfGeometry_data()
         QTest::newRow(name) << change << count;
     };
     // A new transform is a change of the scene position to Qt, too.
-    row("position", [](AbstractDecorator &decorator) { decorator.setPos(10.0, 20.0); }, 1);
-    row("the same position", [](AbstractDecorator &decorator) { decorator.setPos(0.0, 0.0); }, 0);
-    row("rotation", [](AbstractDecorator &decorator) { decorator.setRotation(10.0); }, 1);
-    row("scale", [](AbstractDecorator &decorator) { decorator.setScale(2.0); }, 1);
-    row("transform",
-        [](AbstractDecorator &decorator) { decorator.setTransform(QTransform().rotate(10.0)); }, 2);
-    row("position of the parent",
-        [](AbstractDecorator &decorator) { decorator.parentItem()->setPos(5.0, 5.0); }, 1);
-    row("opacity", [](AbstractDecorator &decorator) { decorator.setOpacity(0.5); }, 0);
-    row("highlight", [](AbstractDecorator &decorator) { decorator.setHighlight(true); }, 0);
+    row(
+            "position", [](AbstractDecorator &decorator) { decorator.setPos(10.0, 20.0); }, 1);
+    row(
+            "the same position", [](AbstractDecorator &decorator) { decorator.setPos(0.0, 0.0); },
+            0);
+    row(
+            "rotation", [](AbstractDecorator &decorator) { decorator.setRotation(10.0); }, 1);
+    row(
+            "scale", [](AbstractDecorator &decorator) { decorator.setScale(2.0); }, 1);
+    row(
+            "transform",
+            [](AbstractDecorator &decorator) { decorator.setTransform(QTransform().rotate(10.0)); },
+            2);
+    row(
+            "position of the parent",
+            [](AbstractDecorator &decorator) { decorator.parentItem()->setPos(5.0, 5.0); }, 1);
+    row(
+            "opacity", [](AbstractDecorator &decorator) { decorator.setOpacity(0.5); }, 0);
+    row(
+            "highlight", [](AbstractDecorator &decorator) { decorator.setHighlight(true); }, 0);
 }
 
 void AbstractDecoratorTest::tellsOfGeometry()

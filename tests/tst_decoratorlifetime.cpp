@@ -1,115 +1,16 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "SceneTest.h"
+#include "FramedWorld.h"
 
 #include <Scene/Decorator/FocusHandler.h>
-#include <Scene/Decorator/RotateDecorator.h>
-#include <Scene/SceneHelper.h>
-
-#include <QPointer>
 
 #include <algorithm>
 
-// Decorators, children, handles, scenes, views and helpers go in any order, from anywhere. Each test
-// ends with all of them gone, once.
+// Decorators, children, handles, scenes, views and helpers go in any order, from anywhere. Each
+// test ends with all of them gone, once.
 
 namespace {
-
-enum class Frame { Resize, ResizeWithFewHandles, Rotate };
-
-const QVector<Frame> allFrames = {Frame::Resize, Frame::ResizeWithFewHandles, Frame::Rotate};
-
-QString nameOf(Frame frame)
-{
-    switch (frame) {
-    case Frame::Resize:
-        return QStringLiteral("resize");
-    case Frame::ResizeWithFewHandles:
-        return QStringLiteral("resize with two handles");
-    case Frame::Rotate:
-        break;
-    }
-    return QStringLiteral("rotate");
-}
-
-/// A child that is counted while it lives.
-class CountedChild : public RecordingChild
-{
-public:
-    CountedChild() { ++count(); }
-    ~CountedChild() override { --count(); }
-
-    static int &count()
-    {
-        static int children = 0;
-        return children;
-    }
-};
-
-AbstractDecorator *newFrame(Frame frame, QGraphicsObject *child)
-{
-    if (frame == Frame::Rotate)
-        return new RotateDecorator(child);
-    auto *decorator = new ResizeDecorator(child);
-    if (frame == Frame::ResizeWithFewHandles)
-        decorator->setAvailableHandles({Qt::LeftSection, Qt::TopSection});
-    return decorator;
-}
-
-/// A framed child on a helper's scene, all of which may be gone at any time. What is left goes with
-/// it.
-class World
-{
-public:
-    explicit World(Frame frame)
-        : scene(new QGraphicsScene(-500.0, -500.0, 1000.0, 1000.0)),
-          helper(new SceneHelper(scene, nullptr)), view(new QGraphicsView(scene)),
-          child(new CountedChild), decorator(newFrame(frame, child))
-    {
-        view->resize(400, 400);
-        helper->addItem(decorator);
-        decorator->updateDecoration();
-    }
-
-    ~World()
-    {
-        delete view;
-        if (decorator && !decorator->scene() && !decorator->parentItem())
-            delete decorator;
-        delete helper;
-        delete scene;
-        if (child)
-            delete child;
-        if (decorator)
-            delete decorator;
-    }
-
-    void showView()
-    {
-        view->show();
-        if (!QTest::qWaitForWindowExposed(view))
-            QTest::qFail("The view does not appear", __FILE__, __LINE__);
-        view->centerOn(50.0, 25.0);
-        QApplication::setActiveWindow(view);
-    }
-
-    QGraphicsItem *firstHandle() const
-    {
-        const QVector<ResizeHandleItem *> handles =
-                decorator ? childHandles(*decorator) : QVector<ResizeHandleItem *>();
-        return handles.isEmpty() ? nullptr : handles.first();
-    }
-
-    QPointer<QGraphicsScene> scene;
-    QPointer<SceneHelper> helper;
-    QPointer<QGraphicsView> view;
-    QPointer<CountedChild> child;
-    QPointer<AbstractDecorator> decorator;
-
-private:
-    Q_DISABLE_COPY(World)
-};
 
 using Action = std::function<void(World &)>;
 
@@ -130,11 +31,11 @@ void setHandles(World &world, const QSet<Qt::WindowFrameSection> &sections)
 const QVector<Step> &deletions()
 {
     static const QVector<Step> steps = {
-        {QStringLiteral("decorator"), [](World &world) { delete world.decorator; }},
-        {QStringLiteral("child"), [](World &world) { delete world.child; }},
-        {QStringLiteral("handle"), [](World &world) { delete world.firstHandle(); }},
-        {QStringLiteral("helper and scene"), [](World &world) { delete world.helper; }},
-        {QStringLiteral("view"), [](World &world) { delete world.view; }},
+            {QStringLiteral("decorator"), [](World &world) { delete world.decorator; }},
+            {QStringLiteral("child"), [](World &world) { delete world.child; }},
+            {QStringLiteral("handle"), [](World &world) { delete world.firstHandle(); }},
+            {QStringLiteral("helper and scene"), [](World &world) { delete world.helper; }},
+            {QStringLiteral("view"), [](World &world) { delete world.view; }},
     };
     return steps;
 }
@@ -142,41 +43,43 @@ const QVector<Step> &deletions()
 const QVector<Step> &changes()
 {
     static const QVector<Step> steps = {
-        {QStringLiteral("scene removes"),
-         [](World &world) {
-             if (world.decorator && world.decorator->scene())
-                 world.scene->removeItem(world.decorator);
-         }},
-        {QStringLiteral("helper removes"),
-         [](World &world) { world.helper->removeItem(world.decorator); }},
-        {QStringLiteral("helper adds"), [](World &world) { world.helper->addItem(world.decorator); }},
-        {QStringLiteral("helper clears"), [](World &world) { world.helper->clear(); }},
-        {QStringLiteral("child leaves the frame"),
-         [](World &world) { world.child->setParentItem(nullptr); }},
-        {QStringLiteral("child comes back"),
-         [](World &world) { world.child->setParentItem(world.decorator); }},
-        {QStringLiteral("frame into a group"),
-         [](World &world) {
-             auto *group = new QGraphicsRectItem;
-             world.scene->addItem(group);
-             world.decorator->setParentItem(group);
-         }},
-        {QStringLiteral("frame out of the group"),
-         [](World &world) { world.decorator->setParentItem(nullptr); }},
-        {QStringLiteral("no handles"), [](World &world) { setHandles(world, {}); }},
-        {QStringLiteral("one handle"), [](World &world) { setHandles(world, {Qt::TopSection}); }},
-        {QStringLiteral("hidden and shown"),
-         [](World &world) {
-             world.decorator->hide();
-             world.decorator->show();
-         }},
-        {QStringLiteral("no index"),
-         [](World &world) { world.scene->setItemIndexMethod(QGraphicsScene::NoIndex); }},
-        {QStringLiteral("another child"),
-         [](World &world) {
-             auto *more = new CountedChild;
-             more->setParentItem(world.decorator);
-         }},
+            {QStringLiteral("scene removes"),
+             [](World &world) {
+                 if (world.decorator && world.decorator->scene())
+                     world.scene->removeItem(world.decorator);
+             }},
+            {QStringLiteral("helper removes"),
+             [](World &world) { world.helper->removeItem(world.decorator); }},
+            {QStringLiteral("helper adds"),
+             [](World &world) { world.helper->addItem(world.decorator); }},
+            {QStringLiteral("helper clears"), [](World &world) { world.helper->clear(); }},
+            {QStringLiteral("child leaves the frame"),
+             [](World &world) { world.child->setParentItem(nullptr); }},
+            {QStringLiteral("child comes back"),
+             [](World &world) { world.child->setParentItem(world.decorator); }},
+            {QStringLiteral("frame into a group"),
+             [](World &world) {
+                 auto *group = new QGraphicsRectItem;
+                 world.scene->addItem(group);
+                 world.decorator->setParentItem(group);
+             }},
+            {QStringLiteral("frame out of the group"),
+             [](World &world) { world.decorator->setParentItem(nullptr); }},
+            {QStringLiteral("no handles"), [](World &world) { setHandles(world, {}); }},
+            {QStringLiteral("one handle"),
+             [](World &world) { setHandles(world, {Qt::TopSection}); }},
+            {QStringLiteral("hidden and shown"),
+             [](World &world) {
+                 world.decorator->hide();
+                 world.decorator->show();
+             }},
+            {QStringLiteral("no index"),
+             [](World &world) { world.scene->setItemIndexMethod(QGraphicsScene::NoIndex); }},
+            {QStringLiteral("another child"),
+             [](World &world) {
+                 auto *more = new CountedChild;
+                 more->setParentItem(world.decorator);
+             }},
     };
     return steps;
 }
@@ -185,12 +88,12 @@ const QVector<Step> &endings()
 {
     static const QVector<Step> steps = deletions()
             + QVector<Step>{
-                {QStringLiteral("scene clears"), [](World &world) { world.scene->clear(); }},
-                {QStringLiteral("deleted later"),
-                 [](World &world) {
-                     world.helper->deleteItemLater(world.decorator);
-                     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-                 }},
+                    {QStringLiteral("scene clears"), [](World &world) { world.scene->clear(); }},
+                    {QStringLiteral("deleted later"),
+                     [](World &world) {
+                         world.helper->deleteItemLater(world.decorator);
+                         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                     }},
             };
     return steps;
 }
@@ -207,7 +110,8 @@ void useWhatIsLeft(World &world)
         world.decorator->setHighlight(true);
         world.decorator->setPos(3.0, 4.0);
         world.decorator->updateDecoration();
-        QVERIFY(!world.decorator->boundingRect().isNull() || world.decorator->childItems().isEmpty());
+        QVERIFY(!world.decorator->boundingRect().isNull()
+                || world.decorator->childItems().isEmpty());
     }
     if (world.view)
         QVERIFY(!world.view->grab().isNull());
@@ -237,45 +141,46 @@ void dragHandle(World &world)
 const QVector<Step> &reactions()
 {
     static const QVector<Step> steps = {
-        {QStringLiteral("delete decorator"), [](World &world) { delete world.decorator; }},
-        {QStringLiteral("delete child"), [](World &world) { delete world.child; }},
-        {QStringLiteral("delete child, then decorator"),
-         [](World &world) {
-             delete world.child;
-             delete world.decorator;
-         }},
-        {QStringLiteral("delete handle"), [](World &world) { delete world.firstHandle(); }},
-        {QStringLiteral("clear helper"), [](World &world) { world.helper->clear(); }},
-        {QStringLiteral("clear helper, delete decorator"),
-         [](World &world) {
-             world.helper->clear();
-             delete world.decorator;
-         }},
-        {QStringLiteral("remove from helper"),
-         [](World &world) { world.helper->removeItem(world.decorator); }},
-        {QStringLiteral("remove and add again"),
-         [](World &world) {
-             world.helper->removeItem(world.decorator);
-             world.helper->addItem(world.decorator);
-         }},
-        {QStringLiteral("clear scene"), [](World &world) { world.scene->clear(); }},
-        {QStringLiteral("delete decorator later"),
-         [](World &world) { world.decorator->deleteLater(); }},
-        {QStringLiteral("delete by the helper later"),
-         [](World &world) { world.helper->deleteItemLater(world.decorator); }},
-        {QStringLiteral("delete scene later"), [](World &world) { world.scene->deleteLater(); }},
-        {QStringLiteral("delete helper later"), [](World &world) { world.helper->deleteLater(); }},
-        {QStringLiteral("child leaves the frame"),
-         [](World &world) { world.child->setParentItem(nullptr); }},
-        {QStringLiteral("no handles"), [](World &world) { setHandles(world, {}); }},
-        {QStringLiteral("hide"), [](World &world) { world.decorator->hide(); }},
+            {QStringLiteral("delete decorator"), [](World &world) { delete world.decorator; }},
+            {QStringLiteral("delete child"), [](World &world) { delete world.child; }},
+            {QStringLiteral("delete child, then decorator"),
+             [](World &world) {
+                 delete world.child;
+                 delete world.decorator;
+             }},
+            {QStringLiteral("delete handle"), [](World &world) { delete world.firstHandle(); }},
+            {QStringLiteral("clear helper"), [](World &world) { world.helper->clear(); }},
+            {QStringLiteral("clear helper, delete decorator"),
+             [](World &world) {
+                 world.helper->clear();
+                 delete world.decorator;
+             }},
+            {QStringLiteral("remove from helper"),
+             [](World &world) { world.helper->removeItem(world.decorator); }},
+            {QStringLiteral("remove and add again"),
+             [](World &world) {
+                 world.helper->removeItem(world.decorator);
+                 world.helper->addItem(world.decorator);
+             }},
+            {QStringLiteral("clear scene"), [](World &world) { world.scene->clear(); }},
+            {QStringLiteral("delete decorator later"),
+             [](World &world) { world.decorator->deleteLater(); }},
+            {QStringLiteral("delete by the helper later"),
+             [](World &world) { world.helper->deleteItemLater(world.decorator); }},
+            {QStringLiteral("delete scene later"),
+             [](World &world) { world.scene->deleteLater(); }},
+            {QStringLiteral("delete helper later"),
+             [](World &world) { world.helper->deleteLater(); }},
+            {QStringLiteral("child leaves the frame"),
+             [](World &world) { world.child->setParentItem(nullptr); }},
+            {QStringLiteral("no handles"), [](World &world) { setHandles(world, {}); }},
+            {QStringLiteral("hide"), [](World &world) { world.decorator->hide(); }},
     };
     return steps;
 }
 
 } // namespace
 
-Q_DECLARE_METATYPE(Frame)
 Q_DECLARE_METATYPE(Action)
 
 class DecoratorLifetimeTest : public WarningFreeTest
@@ -318,14 +223,14 @@ void DecoratorLifetimeTest::everyOrderOfDeleting_data()
     QTest::addColumn<Frame>("frame");
     QTest::addColumn<QVector<int>>("order");
 
-    for (const Frame frame : allFrames) {
+    for (const Frame frame : allFrames()) {
         QVector<int> order = {0, 1, 2, 3, 4};
         do {
             QStringList names;
             for (const int step : order)
                 names.append(deletions().at(step).name);
-            const QString row = nameOf(frame) + QStringLiteral(": ")
-                    + names.join(QStringLiteral(", "));
+            const QString row =
+                    nameOf(frame) + QStringLiteral(": ") + names.join(QStringLiteral(", "));
             QTest::newRow(qPrintable(row)) << frame << order;
         } while (std::next_permutation(order.begin(), order.end()));
     }
@@ -355,13 +260,13 @@ void DecoratorLifetimeTest::changesBeforeTheEnd_data()
     QTest::addColumn<Action>("second");
     QTest::addColumn<Action>("ending");
 
-    for (const Frame frame : allFrames) {
+    for (const Frame frame : allFrames()) {
         for (const Step &first : changes()) {
             for (const Step &second : changes()) {
                 for (const Step &ending : endings()) {
-                    const QString row = QStringLiteral("%1: %2, %3, %4")
-                                                .arg(nameOf(frame), first.name, second.name,
-                                                     ending.name);
+                    const QString row =
+                            QStringLiteral("%1: %2, %3, %4")
+                                    .arg(nameOf(frame), first.name, second.name, ending.name);
                     QTest::newRow(qPrintable(row))
                             << frame << first.action << second.action << ending.action;
                 }
@@ -399,8 +304,8 @@ void DecoratorLifetimeTest::addRows(const char *what, const QVector<Frame> &fram
             const QString row = QStringLiteral("%1, %2: %3")
                                         .arg(QLatin1String(what), nameOf(frame), reaction.name);
             QTest::newRow(qPrintable(row))
-                    << frame << QString::fromLatin1(what).section(QLatin1Char(' '), 0, 0)
-                    << trigger << reaction.action;
+                    << frame << QString::fromLatin1(what).section(QLatin1Char(' '), 0, 0) << trigger
+                    << reaction.action;
         }
     }
 }
@@ -413,32 +318,32 @@ void DecoratorLifetimeTest::inSlots_data()
     QTest::addColumn<Action>("reaction");
 
     const QVector<Frame> resize = {Frame::Resize, Frame::ResizeWithFewHandles};
-    addRows("itemMoved by the frame", allFrames, dragFrame);
+    addRows("itemMoved by the frame", allFrames(), dragFrame);
     addRows("itemMoved by a handle", resize, dragHandle);
     addRows("itemResized", resize, dragHandle);
     addRows("itemRotated", {Frame::Rotate}, dragHandle);
-    addRows("selectionChanged", allFrames, [](World &world) {
+    addRows("selectionChanged", allFrames(), [](World &world) {
         ViewMouse mouse(*world.view);
         mouse.press(centreOnScene(*world.child));
         mouse.release();
     });
-    addRows("setSize by code", allFrames,
+    addRows("setSize by code", allFrames(),
             [](World &world) { world.decorator->setSize(QSizeF(20.0, 30.0)); });
     addRows("setSize by a drag", resize, dragHandle);
-    addRows("setEditable by code", allFrames,
+    addRows("setEditable by code", allFrames(),
             [](World &world) { world.decorator->setEditable(true, QPointF()); });
-    addRows("setEditable by a double click", allFrames, [](World &world) {
+    addRows("setEditable by a double click", allFrames(), [](World &world) {
         const QPointF centre = centreOnScene(*world.child);
         ViewMouse mouse(*world.view);
         mouse.doubleClick(centre);
     });
-    addRows("setViewScale by code", allFrames,
+    addRows("setViewScale by code", allFrames(),
             [](World &world) { world.decorator->setViewScale(2.0); });
-    addRows("setHighlight by code", allFrames,
+    addRows("setHighlight by code", allFrames(),
             [](World &world) { world.decorator->setHighlight(true); });
-    addRows("decorationChanged by setSize", allFrames,
+    addRows("decorationChanged by setSize", allFrames(),
             [](World &world) { world.decorator->setSize(QSizeF(20.0, 30.0)); });
-    addRows("decorationChanged by setViewScale", allFrames,
+    addRows("decorationChanged by setViewScale", allFrames(),
             [](World &world) { world.decorator->setViewScale(2.0); });
     addRows("decorationChanged by setAvailableHandles", resize,
             [](World &world) { setHandles(world, {Qt::TopSection}); });
@@ -505,7 +410,7 @@ void DecoratorLifetimeTest::scenesInSlots_data()
     QTest::addColumn<Action>("trigger");
 
     const auto row = [](const char *signal, const Action &trigger) {
-        for (const Frame frame : allFrames) {
+        for (const Frame frame : allFrames()) {
             QTest::newRow(qPrintable(QLatin1String(signal) + QStringLiteral(", ") + nameOf(frame)))
                     << frame << QString::fromLatin1(signal) << trigger;
         }
@@ -525,7 +430,8 @@ void DecoratorLifetimeTest::scenesInSlots()
 
     World world(frame);
     int count = 0;
-    reactTo(world, signal, [](World &w) { delete w.helper; }, count);
+    reactTo(
+            world, signal, [](World &w) { delete w.helper; }, count);
     trigger(world);
     QCOMPARE(count, 1);
     QVERIFY(!world.scene);
@@ -541,35 +447,38 @@ void DecoratorLifetimeTest::inFocusSlots_data()
 
     // Qt itself goes on with the event filters of the item, so it has to stay until then.
     const QVector<Step> steps = {
-        {QStringLiteral("delete decorator later"),
-         [](World &world) { world.decorator->deleteLater(); }},
-        {QStringLiteral("delete child later"), [](World &world) { world.child->deleteLater(); }},
-        {QStringLiteral("delete scene later"), [](World &world) { world.scene->deleteLater(); }},
-        {QStringLiteral("delete helper later"), [](World &world) { world.helper->deleteLater(); }},
-        {QStringLiteral("delete by the helper later"),
-         [](World &world) { world.helper->deleteItemLater(world.decorator); }},
-        {QStringLiteral("clear helper later"),
-         [](World &world) {
-             QMetaObject::invokeMethod(world.helper, "clear", Qt::QueuedConnection);
-         }},
-        {QStringLiteral("remove from helper later"),
-         [](World &world) {
-             QMetaObject::invokeMethod(world.helper, "removeItem", Qt::QueuedConnection,
-                                       Q_ARG(QGraphicsItem *, world.decorator));
-         }},
-        {QStringLiteral("clear scene later"),
-         [](World &world) {
-             QMetaObject::invokeMethod(world.scene, "clear", Qt::QueuedConnection);
-         }},
+            {QStringLiteral("delete decorator later"),
+             [](World &world) { world.decorator->deleteLater(); }},
+            {QStringLiteral("delete child later"),
+             [](World &world) { world.child->deleteLater(); }},
+            {QStringLiteral("delete scene later"),
+             [](World &world) { world.scene->deleteLater(); }},
+            {QStringLiteral("delete helper later"),
+             [](World &world) { world.helper->deleteLater(); }},
+            {QStringLiteral("delete by the helper later"),
+             [](World &world) { world.helper->deleteItemLater(world.decorator); }},
+            {QStringLiteral("clear helper later"),
+             [](World &world) {
+                 QMetaObject::invokeMethod(world.helper, "clear", Qt::QueuedConnection);
+             }},
+            {QStringLiteral("remove from helper later"),
+             [](World &world) {
+                 QMetaObject::invokeMethod(world.helper, "removeItem", Qt::QueuedConnection,
+                                           Q_ARG(QGraphicsItem *, world.decorator));
+             }},
+            {QStringLiteral("clear scene later"),
+             [](World &world) {
+                 QMetaObject::invokeMethod(world.scene, "clear", Qt::QueuedConnection);
+             }},
     };
-    for (const Frame frame : allFrames) {
+    for (const Frame frame : allFrames()) {
         for (const bool isFocusIn : {true, false}) {
             for (const Step &step : steps) {
-                const QString row = QStringLiteral("%1, focus %2: %3")
-                                            .arg(nameOf(frame),
-                                                 isFocusIn ? QStringLiteral("in")
-                                                           : QStringLiteral("out"),
-                                                 step.name);
+                const QString row =
+                        QStringLiteral("%1, focus %2: %3")
+                                .arg(nameOf(frame),
+                                     isFocusIn ? QStringLiteral("in") : QStringLiteral("out"),
+                                     step.name);
                 QTest::newRow(qPrintable(row)) << frame << isFocusIn << step.action;
             }
         }
@@ -611,7 +520,7 @@ void DecoratorLifetimeTest::duringADrag_data()
 
     QVector<Step> steps = reactions() + changes();
     steps.append({QStringLiteral("delete helper"), [](World &world) { delete world.helper; }});
-    for (const Frame frame : allFrames) {
+    for (const Frame frame : allFrames()) {
         for (const bool isHandle : {true, false}) {
             for (const Step &step : qAsConst(steps)) {
                 const QString row = QStringLiteral("%1, dragged by %2: %3")
@@ -655,7 +564,7 @@ void DecoratorLifetimeTest::focusedItemsGo_data()
     QTest::addColumn<bool>("isDecoratorWatched");
     QTest::addColumn<Action>("ending");
 
-    for (const Frame frame : allFrames) {
+    for (const Frame frame : allFrames()) {
         for (const bool isDecoratorWatched : {true, false}) {
             for (const Step &ending : endings()) {
                 const QString row = QStringLiteral("%1, focus on %2: %3")
@@ -723,7 +632,7 @@ void DecoratorLifetimeTest::emptyFrame()
 
 void DecoratorLifetimeTest::frameAroundNothing()
 {
-    for (const Frame frame : allFrames) {
+    for (const Frame frame : allFrames()) {
         const std::unique_ptr<AbstractDecorator> decorator(newFrame(frame, nullptr));
         QCOMPARE(decorator->child(), nullptr);
         decorator->setSize(QSizeF(10.0, 10.0));

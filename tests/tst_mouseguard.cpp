@@ -18,8 +18,8 @@ Q_DECLARE_METATYPE(Qt::MouseButton)
 
 namespace {
 
-/// The platform of the tests has no mouse to grab, and says so each time; the widget is known as the
-/// grabber all the same.
+/// The platform of the tests has no mouse to grab, and says so each time; the widget is known as
+/// the grabber all the same.
 class GrabWarnings
 {
 public:

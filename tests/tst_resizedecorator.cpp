@@ -6,8 +6,6 @@
 #include <QGraphicsRectItem>
 #include <QSignalSpy>
 
-#include <limits>
-
 // The frame with eight handles, in views and with real mouse events. Where handles are and what a
 // drag makes of a frame is tested without views as well.
 
@@ -58,14 +56,14 @@ void addPlacementRow(const QString &name, qreal zoom, const QTransform &transfor
                      const QPointF &half, qreal whole)
 {
     const QPointF positions[] = {
-        {-whole, 25.0 - half.y()},
-        {-half.x(), -half.y()},
-        {50.0 - half.x(), -2.0 * half.y()},
-        {100.0 - half.x(), -half.y()},
-        {100.0, 25.0 - half.y()},
-        {100.0 - half.x(), 50.0 - half.y()},
-        {50.0 - half.x(), 50.0},
-        {-half.x(), 50.0 - half.y()},
+            {-whole, 25.0 - half.y()},
+            {-half.x(), -half.y()},
+            {50.0 - half.x(), -2.0 * half.y()},
+            {100.0 - half.x(), -half.y()},
+            {100.0, 25.0 - half.y()},
+            {100.0 - half.x(), 50.0 - half.y()},
+            {50.0 - half.x(), 50.0},
+            {-half.x(), 50.0 - half.y()},
     };
     for (const Qt::WindowFrameSection section : allSections()) {
         const QString row = QStringLiteral("%1, section %2").arg(name).arg(int(section));
@@ -307,8 +305,7 @@ void ResizeDecoratorTest::showsAvailableHandles()
     QCOMPARE(updates.count(), 1);
     QCOMPARE(decorator.availableHandles(), Sections({Qt::RightSection, Qt::BottomSection}));
     for (const auto &entry : handles) {
-        const bool available =
-                entry.first == Qt::RightSection || entry.first == Qt::BottomSection;
+        const bool available = entry.first == Qt::RightSection || entry.first == Qt::BottomSection;
         QCOMPARE(entry.second->isVisible(), available);
         QCOMPARE(entry.second->parentItem(), available ? &decorator : nullptr);
         QCOMPARE(entry.second->zValue(), 1000.0);
@@ -349,8 +346,8 @@ void ResizeDecoratorTest::pressesAvailableHandlesOnly()
     stage.decorator->setAvailableHandles({Qt::RightSection, Qt::BottomSection});
     // A little inwards, so that the frame is below where the handle is not.
     const QPointF centre = centreOnScene(*stage.child);
-    const QPointF handle = stage.decorator->mapToScene(stage.handles.at(section)->pos())
-            + QPointF(10.5, 10.5);
+    const QPointF handle =
+            stage.decorator->mapToScene(stage.handles.at(section)->pos()) + QPointF(10.5, 10.5);
     const QPointF inwards = isAvailable ? QPointF() : (centre - handle) * 0.5;
     stage.mouse.drag(handle + inwards, QPoint(8, 6));
 
@@ -397,12 +394,12 @@ void ResizeDecoratorTest::drags_data()
         QTransform transform;
     };
     const Place places[] = {
-        {"unzoomed", 1.0, QTransform()},
-        {"zoom 0.5", 0.5, QTransform()},
-        {"zoom 3", 3.0, QTransform()},
-        {"scaled", 1.0, QTransform::fromScale(2.0, 2.0)},
-        {"a quarter turn", 1.0, QTransform().rotate(90.0)},
-        {"a quarter turn, scaled, zoom 3", 3.0, QTransform().rotate(90.0).scale(2.0, 2.0)},
+            {"unzoomed", 1.0, QTransform()},
+            {"zoom 0.5", 0.5, QTransform()},
+            {"zoom 3", 3.0, QTransform()},
+            {"scaled", 1.0, QTransform::fromScale(2.0, 2.0)},
+            {"a quarter turn", 1.0, QTransform().rotate(90.0)},
+            {"a quarter turn, scaled, zoom 3", 3.0, QTransform().rotate(90.0).scale(2.0, 2.0)},
     };
     struct Rule
     {
@@ -416,24 +413,40 @@ void ResizeDecoratorTest::drags_data()
     };
     const QPointF inOut(12.0, 4.0);
     const Rule rules[] = {
-        {"left", Qt::LeftSection, inOut, {88, 50}, {12, 0}, {88, 44}, {12, 3}},
-        {"top left", Qt::TopLeftSection, inOut, {88, 46}, {12, 4}, {88, 44}, {12, 6}},
-        {"top", Qt::TopSection, inOut, {100, 46}, {0, 4}, {92, 46}, {4, 4}},
-        {"top right", Qt::TopRightSection, inOut, {112, 46}, {0, 4}, {112, 56}, {0, -6}},
-        {"right", Qt::RightSection, inOut, {112, 50}, {0, 0}, {112, 56}, {0, -3}},
-        {"bottom right", Qt::BottomRightSection, inOut, {112, 54}, {0, 0}, {112, 56}, {0, 0}},
-        {"bottom", Qt::BottomSection, inOut, {100, 54}, {0, 0}, {108, 54}, {-4, 0}},
-        {"bottom left", Qt::BottomLeftSection, inOut, {88, 54}, {12, 0}, {88, 44}, {12, 0}},
-        {"bottom right by (10, 4)", Qt::BottomRightSection, QPointF(10, 4), {110, 54}, {0, 0},
-         {110, 55}, {0, 0}},
-        {"right by 10", Qt::RightSection, QPointF(10, 0), {110, 50}, {0, 0}, {110, 55}, {0, -2.5}},
-        {"left by -10", Qt::LeftSection, QPointF(-10, 0), {110, 50}, {-10, 0}, {110, 55},
-         {-10, -2.5}},
+            {"left", Qt::LeftSection, inOut, {88, 50}, {12, 0}, {88, 44}, {12, 3}},
+            {"top left", Qt::TopLeftSection, inOut, {88, 46}, {12, 4}, {88, 44}, {12, 6}},
+            {"top", Qt::TopSection, inOut, {100, 46}, {0, 4}, {92, 46}, {4, 4}},
+            {"top right", Qt::TopRightSection, inOut, {112, 46}, {0, 4}, {112, 56}, {0, -6}},
+            {"right", Qt::RightSection, inOut, {112, 50}, {0, 0}, {112, 56}, {0, -3}},
+            {"bottom right", Qt::BottomRightSection, inOut, {112, 54}, {0, 0}, {112, 56}, {0, 0}},
+            {"bottom", Qt::BottomSection, inOut, {100, 54}, {0, 0}, {108, 54}, {-4, 0}},
+            {"bottom left", Qt::BottomLeftSection, inOut, {88, 54}, {12, 0}, {88, 44}, {12, 0}},
+            {"bottom right by (10, 4)",
+             Qt::BottomRightSection,
+             QPointF(10, 4),
+             {110, 54},
+             {0, 0},
+             {110, 55},
+             {0, 0}},
+            {"right by 10",
+             Qt::RightSection,
+             QPointF(10, 0),
+             {110, 50},
+             {0, 0},
+             {110, 55},
+             {0, -2.5}},
+            {"left by -10",
+             Qt::LeftSection,
+             QPointF(-10, 0),
+             {110, 50},
+             {-10, 0},
+             {110, 55},
+             {-10, -2.5}},
     };
     for (const Place &place : places) {
         for (const Rule &rule : rules) {
-            const QString name = QStringLiteral("%1, %2")
-                                         .arg(QLatin1String(place.name), QLatin1String(rule.name));
+            const QString name = QStringLiteral("%1, %2").arg(QLatin1String(place.name),
+                                                              QLatin1String(rule.name));
             QTest::newRow(qPrintable(name)) << place.zoom << place.transform << false
                                             << rule.section << rule.drag << rule.size << rule.move;
             QTest::newRow(qPrintable(name + QStringLiteral(", keeping the ratio")))
@@ -642,55 +655,16 @@ void ResizeDecoratorTest::pensOfTheStylingObject()
     QCOMPARE(decorator.currentPen(), QPen());
 }
 
-namespace {
-
-/// The colour of the outer pen, seen through the middle of the handle's upper edge.
-QColor paintedColor(ResizeHandleItem &handle)
-{
-    QImage picture(30, 30, QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::white);
-    QPainter painter(&picture);
-    painter.translate(5.0, 5.0);
-    handle.paint(&painter, nullptr, nullptr);
-    painter.end();
-    return picture.pixelColor(15, 4);
-}
-
-} // namespace
-
+/// Those that are not shown as well.
 void ResizeDecoratorTest::givesHandlesTheirPens()
 {
     ResizeDecorator decorator(new PlainChild);
-    const auto handles = handlesOf(decorator);
+    QVector<ResizeHandleItem *> handles;
+    for (const auto &entry : handlesOf(decorator))
+        handles.append(entry.second);
+    QCOMPARE(handles.size(), 8);
     decorator.setAvailableHandles({Qt::LeftSection});
-    const auto colors = [&] {
-        decorator.paint(nullptr, nullptr);
-        QVector<QColor> found;
-        for (const auto &entry : handles)
-            found.append(paintedColor(*entry.second));
-        return found;
-    };
-    const auto eight = [](const QColor &color) { return QVector<QColor>(8, color); };
-
-    QCOMPARE(colors(), eight(Qt::black));
-    QObject styling;
-    styling.setProperty("decoratorPen", QPen(Qt::red, 3.0));
-    styling.setProperty("decoratorSelectedPen", QPen(Qt::green, 3.0));
-    styling.setProperty("strokePen", QPen(Qt::yellow, 3.0));
-    styling.setProperty("strokeSelectedPen", QPen(Qt::cyan, 3.0));
-    decorator.setStylingObject(&styling);
-    QCOMPARE(colors(), eight(Qt::red));
-    decorator.setHighlight(true);
-    QCOMPARE(colors(), eight(Qt::green));
-    // The inner pen is seen where there is no outer one.
-    styling.setProperty("decoratorSelectedPen", QPen(Qt::NoPen));
-    QCOMPARE(colors(), eight(Qt::cyan));
-    styling.setProperty("decoratorPen", QPen(Qt::NoPen));
-    decorator.setHighlight(false);
-    QCOMPARE(colors(), eight(Qt::yellow));
-    // Without a styling object the pens stay.
-    decorator.setStylingObject(nullptr);
-    QCOMPARE(colors(), eight(Qt::yellow));
+    comparePensOfHandles(decorator, handles);
 }
 
 QTEST_MAIN(ResizeDecoratorTest)

@@ -85,7 +85,8 @@ void ResizeHandleItemTest::drawsInnerThenOuterPen()
     handle.setPen(QPen(Qt::green, ownWidth));
     handle.installPen(outer);
     handle.installInnerPen(inner);
-    const QImage actual = painted([&](QPainter &painter) { handle.paint(&painter, nullptr, nullptr); });
+    const QImage actual =
+            painted([&](QPainter &painter) { handle.paint(&painter, nullptr, nullptr); });
     const QImage expected = painted([&](QPainter &painter) {
         const qreal beyond = ownWidth / 2.0;
         const QRectF rect = handleRect.adjusted(-beyond, -beyond, beyond, beyond);
