@@ -159,9 +159,11 @@ void FocusHandlerTest::leavesOthersAlone()
     QFETCH(const bool, isObject);
 
     SceneOnView stage;
-    QGraphicsItem *top = new QGraphicsRectItem;
+    QGraphicsItem *top = nullptr;
     if (isObject)
         top = new PlainChild;
+    else
+        top = new QGraphicsRectItem;
     stage.scene.addItem(top);
     auto *target = new FocusChild;
     target->setParentItem(top);
