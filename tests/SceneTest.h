@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "MetaObjectText.h"
 #include "WarningFreeTest.h"
 
 #include <Scene/Decorator/ResizeDecorator.h>
@@ -14,8 +15,9 @@
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
 #include <QGraphicsView>
-#include <QMetaMethod>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
 
 #include <cmath>
 #include <functional>
@@ -210,8 +212,8 @@ inline void dragOnScene(QGraphicsScene &scene, const QPointF &from, const QPoint
 inline const QVector<Qt::WindowFrameSection> &allSections()
 {
     static const QVector<Qt::WindowFrameSection> sections = {
-        Qt::LeftSection,  Qt::TopLeftSection,     Qt::TopSection,    Qt::TopRightSection,
-        Qt::RightSection, Qt::BottomRightSection, Qt::BottomSection, Qt::BottomLeftSection};
+            Qt::LeftSection,  Qt::TopLeftSection,     Qt::TopSection,    Qt::TopRightSection,
+            Qt::RightSection, Qt::BottomRightSection, Qt::BottomSection, Qt::BottomLeftSection};
     return sections;
 }
 
@@ -249,18 +251,47 @@ inline QPointF centreOnScene(const QGraphicsItem &item)
     return item.mapToScene(item.boundingRect().center());
 }
 
-//! The methods that a class adds to its base class, in the order of their indices.
-inline QStringList ownMethods(const QMetaObject &metaObject)
+//! The colour in the middle of a handle's upper edge.
+inline QColor paintedColor(QGraphicsItem &handle)
 {
-    QStringList methods;
-    for (int i = metaObject.methodOffset(); i < metaObject.methodCount(); ++i) {
-        const QMetaMethod method = metaObject.method(i);
-        const QString kind = method.methodType() == QMetaMethod::Signal
-                ? QStringLiteral("signal")
-                : QStringLiteral("slot");
-        methods.append(kind + QLatin1Char(' ') + QString::fromLatin1(method.methodSignature()));
-    }
-    return methods;
+    QImage picture(30, 30, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.translate(5.0, 5.0);
+    QStyleOptionGraphicsItem option;
+    handle.paint(&painter, &option, nullptr);
+    painter.end();
+    return picture.pixelColor(15, 4);
+}
+
+//! Tries each of the four pens of a styling object on the handles of a decorator.
+inline void comparePensOfHandles(AbstractDecorator &decorator,
+                                 const QVector<ResizeHandleItem *> &handles)
+{
+    const auto compare = [&](const QColor &color) {
+        decorator.paint(nullptr, nullptr);
+        for (ResizeHandleItem *handle : handles)
+            QCOMPARE(paintedColor(*handle), color);
+    };
+    compare(Qt::black);
+    QObject styling;
+    styling.setProperty("decoratorPen", QPen(Qt::red, 3.0));
+    styling.setProperty("decoratorSelectedPen", QPen(Qt::green, 3.0));
+    styling.setProperty("strokePen", QPen(Qt::yellow, 3.0));
+    styling.setProperty("strokeSelectedPen", QPen(Qt::cyan, 3.0));
+    decorator.setStylingObject(&styling);
+    compare(Qt::red);
+    decorator.setHighlight(true);
+    compare(Qt::green);
+    // The inner pen is seen where there is no outer one.
+    styling.setProperty("decoratorSelectedPen", QPen(Qt::NoPen));
+    compare(Qt::cyan);
+    styling.setProperty("decoratorPen", QPen(Qt::NoPen));
+    decorator.setHighlight(false);
+    compare(Qt::yellow);
+    // Without a styling object the pens stay.
+    decorator.setStylingObject(nullptr);
+    compare(Qt::yellow);
 }
 
 inline bool isClose(qreal a, qreal b)
@@ -283,5 +314,4 @@ inline bool isClose(qreal a, qreal b)
         COMPARE_POINTS(QPointF(actualSize_.width(), actualSize_.height()), \
                        QPointF(expectedSize_.width(), expectedSize_.height())); \
     } while (false)
-#define COMPARE_CLOSE(actual, expected) \
-    COMPARE_POINTS(QPointF(actual, 0.0), QPointF(expected, 0.0))
+#define COMPARE_CLOSE(actual, expected) COMPARE_POINTS(QPointF(actual, 0.0), QPointF(expected, 0.0))

@@ -159,8 +159,9 @@ void AbstractDecorator::adjustToChild()
 
 void AbstractDecorator::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
+    const QPointer<AbstractDecorator> guard(this);
     QGraphicsObject::mouseReleaseEvent(event);
-    if (!m_moved)
+    if (!guard || !m_moved)
         return;
     m_moved = false;
     Q_EMIT itemMoved();

@@ -14,6 +14,9 @@
 /// focus it is to follow; both have to be in the same scene. It calls the slot setHighlight(bool),
 /// if there is one, of the target's top-level item, normally a decorator. It draws nothing and lets
 /// every event pass.
+///
+/// As from any event filter, a slot that it calls must not delete the watched item or take it from
+/// its scene at once, but later.
 class TITLESCENE_EXPORT FocusHandler : public QGraphicsObject
 {
     Q_OBJECT

@@ -88,6 +88,8 @@ void RotateDecorator::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
     m_rotated = true;
     event->accept();
     setRotation(mouseDirection - handleDirection);
+    // Qt maps the next event by the scene transform as it was last asked for.
+    sceneTransform();
 }
 
 void RotateDecorator::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
