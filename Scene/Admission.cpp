@@ -10,6 +10,7 @@
 #include "References_p.h"
 #include "TimeValue_p.h"
 
+#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -25,6 +26,11 @@ namespace {
 QString atLine(qint64 line, const QString &reason)
 {
     return QStringLiteral("line %1: %2").arg(line).arg(reason.simplified());
+}
+
+bool isWhiteSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
 QString exceeded(const AdmissionLimit &limit, qint64 line)
@@ -54,7 +60,7 @@ struct NamedRole
     Role role;
 };
 
-/// In the order of isBefore().
+/// In the order of their lengths.
 const std::array<NamedRole, 43> roles{{
         {QLatin1String("d"), Role::Path},
         {QLatin1String("r"), Role::Length},
@@ -101,17 +107,40 @@ const std::array<NamedRole, 43> roles{{
         {QLatin1String("underline-thickness"), Role::Length},
 }};
 
-bool isBefore(const NamedRole &entry, const QStringRef &name)
+constexpr int longestName = 19;
+
+/// For each length of a name, where in the roles the names of at least that length begin.
+std::array<std::size_t, longestName + 2> rolesByLength()
 {
-    if (entry.name.size() != name.size())
-        return entry.name.size() < name.size();
-    return entry.name < name;
+    std::array<std::size_t, longestName + 2> result{};
+    for (std::size_t length = 0; length < result.size(); ++length) {
+        const auto first =
+                std::find_if(roles.begin(), roles.end(), [length](const NamedRole &entry) {
+                    return entry.name.size() >= int(length);
+                });
+        result[length] = std::size_t(first - roles.begin());
+    }
+    return result;
+}
+
+bool isSame(const QLatin1String &a, const QStringRef &b)
+{
+    return a.size() == b.size()
+            && std::equal(b.begin(), b.end(), a.data(),
+                          [](QChar c, char d) { return c.unicode() == uchar(d); });
 }
 
 Role roleOf(const QStringRef &name)
 {
-    const auto found = std::lower_bound(roles.begin(), roles.end(), name, isBefore);
-    return found != roles.end() && found->name == name ? found->role : Role::None;
+    static const auto byLength = rolesByLength();
+    if (name.size() > longestName)
+        return Role::None;
+    const std::size_t end = byLength[std::size_t(name.size()) + 1];
+    for (std::size_t i = byLength[std::size_t(name.size())]; i < end; ++i) {
+        if (isSame(roles[i].name, name))
+            return roles[i].role;
+    }
+    return Role::None;
 }
 
 /// The kinds of elements that limits know.
@@ -137,7 +166,7 @@ Kind kindOf(const QStringRef &qualifiedName)
             {QLatin1String("animateColor"), Kind::Played},
     }};
     for (const auto &kind : kinds) {
-        if (kind.first == name)
+        if (isSame(kind.first, name))
             return kind.second;
     }
     return Kind::Other;
@@ -158,6 +187,15 @@ bool fitsRendererTimes(const QXmlStreamAttributes &attributes)
     constexpr int lowest = std::numeric_limits<int>::min();
     return begin < highest && begin > lowest && duration < highest && duration > lowest
             && end < highest && end > lowest;
+}
+
+/// Whether the view box has a size.
+bool isCanvas(const QStringRef &viewBox)
+{
+    static const QRegularExpression separator(QStringLiteral("[\\s,]+"));
+    QStringList parts = viewBox.toString().split(separator);
+    parts.removeAll(QString());
+    return parts.size() == 4 && parts.at(2).toDouble() > 0.0 && parts.at(3).toDouble() > 0.0;
 }
 
 /// The same as the renderer: any character may stand for "#".
@@ -216,11 +254,11 @@ private:
     {
         if (m_text.size() > AdmissionLimits::textSize.most) {
             refuse(exceeded(AdmissionLimits::textSize, 1));
-        } else if (m_text.trimmed().isEmpty()) {
+        } else if (std::all_of(m_text.begin(), m_text.end(), isWhiteSpace)) {
             refuse(QStringLiteral("the document is empty"));
         } else if (const int line = lineOfTooManyAttributes(m_text)) {
             refuse(exceeded(AdmissionLimits::attributes, line));
-        } else if (m_text.contains("<!DOCTYPE")) {
+        } else {
             inspectDocumentType(internalSubset(m_text));
         }
     }
@@ -365,11 +403,14 @@ private:
                 inspectNumbers(value, AdmissionLimits::pathNumbers);
             break;
         case Role::Window:
+            if (element == 0)
+                m_hasCanvas = isCanvas(value);
             inspectLooseNumbers(value);
             break;
         case Role::AnimatedName:
             if (value.contains(QLatin1String("dash")) || value == QLatin1String("style"))
                 m_hasDashes = true;
+            m_isCanvasAnimated = m_isCanvasAnimated || value == QLatin1String("viewBox");
             break;
         case Role::Value:
             if (isAnimation(kind))
@@ -437,7 +478,7 @@ private:
         if (m_hasDashes && m_lineOfLargeNumber > 0)
             refuse(exceeded(AdmissionLimits::magnitude, m_lineOfLargeNumber));
         if (m_refusal.isEmpty()) {
-            if (const auto excess = m_references.excess())
+            if (const auto excess = m_references.excess(m_hasCanvas && !m_isCanvasAnimated))
                 refuse(exceeded(excess->limit, excess->line));
         }
     }
@@ -455,6 +496,8 @@ private:
     qint64 m_selectors = 0;
     bool m_hasDashes = false;
     qint64 m_lineOfLargeNumber = 0;
+    bool m_hasCanvas = false;
+    bool m_isCanvasAnimated = false;
     References m_references;
 
     bool m_hasStyleInstruction = false;

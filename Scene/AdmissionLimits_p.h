@@ -49,8 +49,11 @@ constexpr AdmissionLimit gradientDepth{"depth of gradient references", 32};
 // What "use" elements multiply is drawn for every frame; four levels of 50 each take 1.7 s.
 constexpr AdmissionLimit drawnElements{"number of drawn elements", 400'000};
 
-// Where references form a ring, the renderer goes round it once for each "use" in it.
-constexpr AdmissionLimit usesBesideRing{"number of use elements beside a ring of references", 16};
+// Where references form a ring, the renderer goes round it in every order of the "use" elements in
+// it; without a view box it does so again at each of them to find the bounds of the picture.
+constexpr AdmissionLimit usesBesideRing{"number of use elements beside a ring of references", 64};
+constexpr AdmissionLimit usesBesideRingWithoutCanvas{
+        "number of use elements beside a ring of references, without a view box,", 16};
 
 // Adding a stop to a gradient takes time in proportion to the stops that it has.
 constexpr AdmissionLimit gradientStops{"number of gradient stops", 4'096};

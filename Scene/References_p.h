@@ -7,7 +7,6 @@
 
 #include <QHash>
 #include <QString>
-#include <QVector>
 
 #include <optional>
 #include <vector>
@@ -30,30 +29,39 @@ public:
     void begin(int element) { m_ends.resize(std::size_t(element) + 1); }
     void end(int element, int next) { m_ends[std::size_t(element)] = next; }
 
-    void addId(const QString &id, int element) { m_owners[id].append(element); }
+    void addId(const QString &id, int element) { m_owners[numberOf(id)].push_back(element); }
     void addReference(Kind kind, int element, const QString &id, qint64 line)
     {
-        links(kind).push_back({element, id, line});
+        (kind == Kind::Use ? m_uses : m_gradients).push_back({element, numberOf(id), line});
     }
 
-    /// To be asked once everything has been added.
-    std::optional<Excess> excess() const;
+    /// To be asked once everything has been added. Whether the renderer knows the size of the
+    /// canvas decides how often it goes round a ring.
+    std::optional<Excess> excess(bool hasCanvas) const;
 
 private:
     struct Link
     {
         int element;
-        QString id;
+        int id;
         qint64 line;
     };
     using Links = std::vector<Link>; // in the order of their elements
 
     class Walk;
 
-    Links &links(Kind kind) { return kind == Kind::Use ? m_uses : m_gradients; }
+    int numberOf(const QString &id)
+    {
+        const auto known = m_ids.find(id);
+        if (known != m_ids.end())
+            return *known;
+        m_owners.emplace_back();
+        return *m_ids.insert(id, int(m_owners.size()) - 1);
+    }
 
     std::vector<int> m_ends; // of each element, the number of the first one behind its content
-    QHash<QString, QVector<int>> m_owners;
+    QHash<QString, int> m_ids;
+    std::vector<std::vector<int>> m_owners; // by number of the id
     Links m_uses;
     Links m_gradients;
 };

@@ -120,7 +120,7 @@ bool SvgDocument::isTextAdmitted()
         const Admission admission = admit(text);
         m_admitted = admission.refusal.isEmpty();
         setErrorString(admission.refusal);
-        if (m_admitted && admission.text != text) {
+        if (m_admitted && admission.text.constData() != text.constData()) {
             m_data = admission.text;
             m_textSize = m_data.size();
         }

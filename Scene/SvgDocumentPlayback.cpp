@@ -4,6 +4,7 @@
 #include "SvgDocument.h"
 
 #include "AnimatableAttribute.h"
+#include "Picture_p.h"
 #include "Renderer_p.h"
 #include "TimeValue_p.h"
 #include "TreeEdit_p.h"
@@ -32,6 +33,14 @@ bool displaces(const AnimatableAttribute &animation, const AnimatableAttribute &
     if (animation.isApplicable(ms))
         return true;
     return !earlier.isApplicable(ms) && animation.endTime() > earlier.endTime();
+}
+
+/// Whether the renderer would look for the value in a file. The template's own were admitted.
+bool isForeignReference(const AdjustableAttribute &attribute, const QString &value)
+{
+    return attribute.attributeName() == QLatin1String("xlink:href")
+            && !value.startsWith(QLatin1Char('#')) && value != attribute.defaultValue()
+            && pixelsOfPicture(value) == 0;
 }
 
 bool isDrawable(const QRectF &bounds)
@@ -152,6 +161,8 @@ std::optional<std::size_t> SvgDocument::winnerAt(int ms, const AttributeNumbers 
 void SvgDocument::writeValue(const AdjustableAttribute &attribute, const QString &value,
                              const QDomNode &root)
 {
+    if (isForeignReference(attribute, value))
+        return;
     edit(attribute.element(), root, attribute.attributeName(), [&](const QDomElement &element) {
         return writeAttribute(element, attribute.attributeName(), value);
     });
