@@ -35,8 +35,9 @@ bool isWhiteSpace(char c)
 
 QString exceeded(const AdmissionLimit &limit, qint64 line)
 {
-    return atLine(line,
-                  QStringLiteral("the %1 exceeds %2").arg(QLatin1String(limit.name)).arg(limit.most));
+    return atLine(
+            line,
+            QStringLiteral("the %1 exceeds %2").arg(QLatin1String(limit.name)).arg(limit.most));
 }
 
 /// What an attribute's value is to the limits.
@@ -125,9 +126,9 @@ std::array<std::size_t, longestName + 2> rolesByLength()
 
 bool isSame(const QLatin1String &a, const QStringRef &b)
 {
-    return a.size() == b.size()
-            && std::equal(b.begin(), b.end(), a.data(),
-                          [](QChar c, char d) { return c.unicode() == uchar(d); });
+    return a.size() == b.size() && std::equal(b.begin(), b.end(), a.data(), [](QChar c, char d) {
+               return c.unicode() == uchar(d);
+           });
 }
 
 Role roleOf(const QStringRef &name)
@@ -360,9 +361,8 @@ private:
         if (kind == Kind::Played && !fitsRendererTimes(attributes))
             refuse(atLine(m_reader.lineNumber(),
                           QStringLiteral("the times of an animation are out of range")));
-        const QStringRef animated = isAnimation(kind)
-                ? attributes.value(QLatin1String("attributeName"))
-                : QStringRef();
+        const QStringRef animated =
+                isAnimation(kind) ? attributes.value(QLatin1String("attributeName")) : QStringRef();
         for (const QXmlStreamAttribute &attribute : attributes) {
             const Role role = roleOf(attribute.qualifiedName());
             const QStringRef value = attribute.value();
@@ -441,7 +441,8 @@ private:
         hold(value.count(QLatin1Char(';')), AdmissionLimits::keyValues);
         inspectLooseNumbers(value);
         const int depth = int(m_open.size());
-        if (depth < 2 || (animated != QLatin1String("xlink:href") && animated != QLatin1String("id")))
+        if (depth < 2
+            || (animated != QLatin1String("xlink:href") && animated != QLatin1String("id")))
             return;
         const Open &parent = m_open[std::size_t(depth - 2)];
         for (const QStringRef &part : value.split(QLatin1Char(';'))) {
@@ -464,6 +465,8 @@ private:
 
     void inspectPicture(const QStringRef &reference, int element)
     {
+        if (reference == QLatin1String(transparentPicture()))
+            return;
         const qint64 pixels = pixelsOfPicture(reference.toString());
         m_pixels += pixels;
         if (pixels > 0 && m_pixels <= AdmissionLimits::picturePixels.most)

@@ -35,7 +35,8 @@ int nextTag(const QByteArray &text, int from)
 
 bool startsAt(const QByteArray &text, int at, const char *token)
 {
-    return at <= text.size() && qstrncmp(text.constData() + at, token, uint(std::strlen(token))) == 0;
+    return at <= text.size()
+            && qstrncmp(text.constData() + at, token, uint(std::strlen(token))) == 0;
 }
 
 /// Behind the next token; the end of the text when there is none.
@@ -166,11 +167,15 @@ QByteArray internalSubset(const QByteArray &text)
     return subset;
 }
 
+QByteArray transparentPicture()
+{
+    return QByteArrayLiteral(
+            "data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAA"
+            "C0lEQVR42mNgAAIAAAUAAen63NgAAAAASUVORK5CYII=");
+}
+
 QByteArray withoutForeignReferences(const QByteArray &text, const std::vector<int> &elements)
 {
-    static const QByteArray nothing(
-            "data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAAC0lEQVR42mNgAAIAAAUA"
-            "Aen63NgAAAAASUVORK5CYII=");
     QByteArray result;
     int copied = 0;
     const auto replace = [&](int start, int end, const QByteArray &replacement) {
@@ -191,7 +196,7 @@ QByteArray withoutForeignReferences(const QByteArray &text, const std::vector<in
         const bool isMeant = next != elements.end() && *next == element;
         at = behindStartTag(text, at, [&](int name, int nameEnd, int value, int valueEnd) {
             if (isMeant && name >= 0 && text.mid(name, nameEnd - name) == "xlink:href")
-                replace(value, valueEnd, nothing);
+                replace(value, valueEnd, transparentPicture());
         });
         next += isMeant ? 1 : 0;
         ++element;

@@ -14,7 +14,10 @@ int lineOfTooManyAttributes(const QByteArray &text);
 /// The internal part of the document type, from "[" to "]"; empty when there is none.
 QByteArray internalSubset(const QByteArray &text);
 
-/// The same well-formed text without "xml-stylesheet" instructions, and with a picture of one
-/// transparent pixel in place of those that the elements of these numbers, in document order,
+/// A reference to a picture of one transparent pixel.
+QByteArray transparentPicture();
+
+/// The same well-formed text without "xml-stylesheet" instructions, and with transparentPicture()
+/// in place of those that the elements of these numbers, in document order,
 /// refer to. Everything else stays byte for byte.
 QByteArray withoutForeignReferences(const QByteArray &text, const std::vector<int> &elements);

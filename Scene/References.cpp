@@ -73,7 +73,10 @@ private:
         qint64 depth;
     };
 
-    const std::vector<int> &ownersOf(int id) const { return m_references.m_owners[std::size_t(id)]; }
+    const std::vector<int> &ownersOf(int id) const
+    {
+        return m_references.m_owners[std::size_t(id)];
+    }
     bool hasOwner(int id) const { return !ownersOf(id).empty(); }
     bool isAtEnd(const Step &step) const
     {

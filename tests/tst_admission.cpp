@@ -38,7 +38,7 @@ QByteArray fileOf(int width, int height, const char *format,
     return file;
 }
 
-/// A row each of width by-line links: every one shows what is below twice, say.
+/// Groups, each of which uses the one before so many times.
 QByteArray levels(int count, int width)
 {
     QByteArray content = "<defs><g id=\"l0\"><rect width=\"5\" height=\"5\"/></g>";
@@ -71,7 +71,7 @@ QByteArray ring(qint64 uses)
             + QByteArray("<use xlink:href=\"#none\"/>").repeated(int(uses) - 2);
 }
 
-QByteArray attributes(qint64 count)
+QByteArray attributeTexts(qint64 count)
 {
     QByteArray result;
     for (qint64 i = 0; i < count; ++i)
@@ -152,23 +152,27 @@ void AdmissionTest::keepsLimits_data()
     addLimit(textSize, filled, 1);
     addLimit(elements, [](qint64 n) { return svg(QByteArray("<g/>").repeated(int(n) - 1)); });
     addLimit(nestingDepth, nested);
-    addLimit(AdmissionLimits::attributes, [](qint64 n) { return svg("<g" + ::attributes(n) + "/>"); });
+    addLimit(AdmissionLimits::attributes,
+             [](qint64 n) { return svg("<g" + attributeTexts(n) + "/>"); });
     addLimit(attributeLength,
              [](qint64 n) { return svg("<g class=\"" + QByteArray(int(n), 'x') + "\"/>"); });
     addLimit(textLength, [](qint64 n) {
         return svg("<text><tspan>a</tspan>" + QByteArray(int(n) - 1, 'x') + "</text>");
     });
-    addLimit(declaredEntities, [](qint64 n) { return entities(n, 1); }, 1);
-    addLimit(entityReferences, [](qint64 n) { return entities(1, n); }, 1);
+    addLimit(
+            declaredEntities, [](qint64 n) { return entities(n, 1); }, 1);
+    addLimit(
+            entityReferences, [](qint64 n) { return entities(1, n); }, 1);
     const int subset = entities(1, 1, 0).indexOf(']') - int(qstrlen("<!DOCTYPE svg ")) + 1;
-    addLimit(documentTypeSize, [=](qint64 n) { return entities(1, 1, int(n) - subset); }, 1);
+    addLimit(
+            documentTypeSize, [=](qint64 n) { return entities(1, 1, int(n) - subset); }, 1);
     addLimit(useDepth, [](qint64 n) { return svg(useChain(int(n))); });
     addLimit(gradientDepth, [](qint64 n) { return svg(gradientChain(int(n))); });
     // The root, its defs, what stands in them and the use elements are drawn once each.
     addLimit(drawnElements, [](qint64 n) {
         const QByteArray use("<use xlink:href=\"#l1\"/>");
         const qint64 uses = 1000;
-        const qint64 each = 390;                  // the group and what it shows
+        const qint64 each = 390;                 // the group and what it shows
         const qint64 once = 2 + each + 1 + uses; // root, defs, group, single rect, uses
         const qint64 rest = n - once - uses * each;
         return svg("<defs><g id=\"l1\">" + QByteArray("<g/>").repeated(int(each) - 1)
@@ -182,8 +186,9 @@ void AdmissionTest::keepsLimits_data()
         return svg("<linearGradient>" + stops + "</linearGradient><radialGradient>"
                    + stops.left(4000 * 7) + "</radialGradient>");
     });
-    addLimit(pathNumbers,
-             [](qint64 n) { return svg("<path d=\"M" + QByteArray(" 1").repeated(int(n)) + "\"/>"); });
+    addLimit(pathNumbers, [](qint64 n) {
+        return svg("<path d=\"M" + QByteArray(" 1").repeated(int(n)) + "\"/>");
+    });
     addLimit(dashes, [](qint64 n) {
         return svg("<path stroke-dasharray=\"" + QByteArray("1,").repeated(int(n)) + "\"/>");
     });
@@ -210,10 +215,27 @@ void AdmissionTest::keepsLimits()
 void AdmissionTest::limitsNumbers_data()
 {
     QTest::addColumn<QByteArray>("element");
-    for (const char *name :
-         {"x", "y", "width", "height", "x1", "y2", "cx", "cy", "r", "rx", "fx", "points", "d",
-          "transform", "gradientTransform", "stroke-width", "stroke-dasharray", "stroke-dashoffset",
-          "stroke-miterlimit", "font-size", "units-per-em"})
+    for (const char *name : {"x",
+                             "y",
+                             "width",
+                             "height",
+                             "x1",
+                             "y2",
+                             "cx",
+                             "cy",
+                             "r",
+                             "rx",
+                             "fx",
+                             "points",
+                             "d",
+                             "transform",
+                             "gradientTransform",
+                             "stroke-width",
+                             "stroke-dasharray",
+                             "stroke-dashoffset",
+                             "stroke-miterlimit",
+                             "font-size",
+                             "units-per-em"})
         QTest::newRow(name) << QByteArray("<g ") + name + "=\"%1\"/>";
     QTest::newRow("style") << QByteArray("<g style=\"fill:red;stroke-width:%1\"/>");
     QTest::newRow("escaped style") << QByteArray("<g style=\"s\\74roke-width:%1\"/>");
@@ -272,14 +294,13 @@ void AdmissionTest::passesTextsByteForByte_data()
             << svg(QByteArray("<g>").repeated(200) + QByteArray("<g/>").repeated(100'000)
                    + QByteArray("</g>").repeated(200));
     QTest::newRow("quotes and markup in a comment")
-            << svg("<!-- <g " + ::attributes(300) + "> -->");
-    QTest::newRow("quotes and markup in a script")
-            << svg("<script><![CDATA[ if (a<b) " + QByteArray("f(\"x\");").repeated(600)
-                   + "]]></script>");
+            << svg("<!-- <g " + attributeTexts(300) + "> -->");
+    QTest::newRow("quotes and markup in a script") << svg(
+            "<script><![CDATA[ if (a<b) " + QByteArray("f(\"x\");").repeated(600) + "]]></script>");
     QTest::newRow("metadata") << svg("<metadata>" + QByteArray(1'000'000, 'x') + "</metadata>");
-    QTest::newRow("entities of an editor")
-            << "<!DOCTYPE svg PUBLIC \"-//W3C//DTD SVG 1.1//EN\" \"svg11.dtd\" [ <!-- ]> -->"
-               "<!ENTITY ns \"http://www.w3.org/2000/svg\"> ]>\n<svg xmlns=\"&ns;\"/>";
+    QTest::newRow("entities of an editor") << QByteArray(
+            "<!DOCTYPE svg PUBLIC \"-//W3C//DTD SVG 1.1//EN\" \"svg11.dtd\" [<!-- ]> -->"
+            "<!ENTITY ns \"http://www.w3.org/2000/svg\"> ]>\n<svg xmlns=\"&ns;\"/>");
     QTest::newRow("picture") << svg(picture(fileOf(40, 40, "png")));
     QTest::newRow("photograph under a wrong name")
             << svg(picture(fileOf(40, 40, "jpg", QImage::Format_RGB32)));
@@ -302,9 +323,9 @@ void AdmissionTest::takesOut_data()
     QTest::addColumn<QByteArray>("reference");
     for (const char *reference :
          {"", " ", "picture.png", "../picture.png", "/dev/zero", "file:///dev/zero", "FILE:/x.png",
-          "//host/share/x.png", "\\\\host\\x.png", "http://localhost/x.png", ":/x.png", "qrc:/x.png",
-          "data:", "data:image/png,base64", "data:image/png;base64,", "data:image/png;base64,@@@@",
-          "#other"})
+          "//host/share/x.png", "\\\\host\\x.png", "http://localhost/x.png", ":/x.png",
+          "qrc:/x.png", "data:", "data:image/png,base64", "data:image/png;base64,",
+          "data:image/png;base64,@@@@", "#other"})
         QTest::newRow(reference) << QByteArray(reference);
     const auto add = [](const char *name, const QByteArray &file, const QByteArray &type = "png") {
         QTest::newRow(name) << "data:image/" + type + ";base64," + file.toBase64();
