@@ -36,9 +36,11 @@ bool displaces(const AnimatableAttribute &animation, const AnimatableAttribute &
 }
 
 /// Whether the renderer would look for the value in a file. The template's own were admitted.
-bool isForeignReference(const AdjustableAttribute &attribute, const QString &value)
+bool isForeignReference(const QDomElement &element, const AdjustableAttribute &attribute,
+                        const QString &value)
 {
     return attribute.attributeName() == QLatin1String("xlink:href")
+            && element.tagName().section(QLatin1Char(':'), -1) == QLatin1String("image")
             && !value.startsWith(QLatin1Char('#')) && value != attribute.defaultValue()
             && pixelsOfPicture(value) == 0;
 }
@@ -161,10 +163,9 @@ std::optional<std::size_t> SvgDocument::winnerAt(int ms, const AttributeNumbers 
 void SvgDocument::writeValue(const AdjustableAttribute &attribute, const QString &value,
                              const QDomNode &root)
 {
-    if (isForeignReference(attribute, value))
-        return;
     edit(attribute.element(), root, attribute.attributeName(), [&](const QDomElement &element) {
-        return writeAttribute(element, attribute.attributeName(), value);
+        return !isForeignReference(element, attribute, value)
+                && writeAttribute(element, attribute.attributeName(), value);
     });
 }
 
