@@ -122,13 +122,19 @@ void SvgDocument::disagree()
 }
 
 /// Whether the text may be given to parsers. Our own saves may; a text that somebody else has
-/// written is judged once. The reason of a refusal is in errorString().
+/// written is judged once, and loses what refers to other files. The reason of a refusal is in
+/// errorString().
 bool SvgDocument::isTextAdmitted()
 {
     if (!isTextKnown()) {
-        const QString refusal = refusalOf(m_data.left(int(m_textSize)));
-        m_admitted = refusal.isEmpty();
-        setErrorString(refusal);
+        const QByteArray text = m_data.left(int(m_textSize));
+        const Admission admission = admit(text);
+        m_admitted = admission.refusal.isEmpty();
+        setErrorString(admission.refusal);
+        if (m_admitted && admission.text.constData() != text.constData()) {
+            m_data = admission.text;
+            m_textSize = m_data.size();
+        }
         m_knownText = m_data;
         disagree();
     }

@@ -3,10 +3,14 @@
 
 #include "SvgDocument.h"
 
+#include "AdmissionLimits_p.h"
+#include "TreeWalk_p.h"
+
 #include <QDomNamedNodeMap>
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 // The companion document that draws the shapes of all clip paths.
 
@@ -33,6 +37,26 @@ void removeForeignAttributes(QDomElement root)
     }
 }
 
+bool isClipPath(const QDomNode &node)
+{
+    return node.nodeName() == QLatin1String("clipPath");
+}
+
+/// How many nodes would have to be copied: each as often as there are clip paths around it.
+qint64 countCopies(const QDomNode &root)
+{
+    qint64 copies = 0;
+    std::vector<std::size_t> open; // the depths of the clip paths around the current node
+    for (TreeWalk walk(root); !walk.atEnd(); walk.next()) {
+        while (!open.empty() && open.back() >= walk.depth())
+            open.pop_back();
+        copies += qint64(open.size());
+        if (isClipPath(walk.node()))
+            open.push_back(walk.depth());
+    }
+    return copies;
+}
+
 void appendCopiesOfChildren(const QDomNode &source, QDomNode &target)
 {
     for (QDomNode child = source.firstChild(); !child.isNull(); child = child.nextSibling())
@@ -49,11 +73,14 @@ SvgDocument *SvgDocument::makeClippingDocument()
     QDomNode root = clipping.appendChild(m_dom.documentElement().cloneNode(false));
     removeForeignAttributes(root.toElement());
 
-    std::vector<QDomNode> nodes;
-    getAllNodes(m_dom.documentElement(), nodes);
-    for (const QDomNode &node : nodes) {
-        if (node.nodeName() == QLatin1String("clipPath"))
-            appendCopiesOfChildren(node, root);
+    // More than that would be refused, but only after it has filled the memory.
+    if (countCopies(m_dom.documentElement()) <= AdmissionLimits::drawnElements.most) {
+        std::vector<QDomNode> nodes;
+        getAllNodes(m_dom.documentElement(), nodes);
+        for (const QDomNode &node : nodes) {
+            if (isClipPath(node))
+                appendCopiesOfChildren(node, root);
+        }
     }
     return new SvgDocument(clipping.toString(1));
 }

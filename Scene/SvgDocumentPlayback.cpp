@@ -4,6 +4,7 @@
 #include "SvgDocument.h"
 
 #include "AnimatableAttribute.h"
+#include "Picture_p.h"
 #include "Renderer_p.h"
 #include "TimeValue_p.h"
 #include "TreeEdit_p.h"
@@ -32,6 +33,16 @@ bool displaces(const AnimatableAttribute &animation, const AnimatableAttribute &
     if (animation.isApplicable(ms))
         return true;
     return !earlier.isApplicable(ms) && animation.endTime() > earlier.endTime();
+}
+
+/// Whether the renderer would look for the value in a file. The template's own were admitted.
+bool isForeignReference(const QDomElement &element, const AdjustableAttribute &attribute,
+                        const QString &value)
+{
+    return attribute.attributeName() == QLatin1String("xlink:href")
+            && element.tagName().section(QLatin1Char(':'), -1) == QLatin1String("image")
+            && !value.startsWith(QLatin1Char('#')) && value != attribute.defaultValue()
+            && pixelsOfPicture(value) == 0;
 }
 
 bool isDrawable(const QRectF &bounds)
@@ -153,7 +164,8 @@ void SvgDocument::writeValue(const AdjustableAttribute &attribute, const QString
                              const QDomNode &root)
 {
     edit(attribute.element(), root, attribute.attributeName(), [&](const QDomElement &element) {
-        return writeAttribute(element, attribute.attributeName(), value);
+        return !isForeignReference(element, attribute, value)
+                && writeAttribute(element, attribute.attributeName(), value);
     });
 }
 

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <QtGlobal>
+
+/// How much of something a title may hold. The name is what a refusal calls it.
+struct AdmissionLimit
+{
+    const char *name;
+    qint64 most;
+};
+
+/// All limits for the text of a title. What they guard against is the behaviour of Qt 5.15's
+/// parsers and renderer; docs/security.md explains each of them to authors and integrators.
+namespace AdmissionLimits {
+
+// A tree takes up to 55 times the memory of its text.
+constexpr AdmissionLimit textSize{"text size in bytes", 16 * 1024 * 1024};
+
+// A bare element takes about 230 bytes of the tree, one with five attributes 2.7 KB.
+constexpr AdmissionLimit elements{"number of elements", 200'000};
+
+// Parsing into a tree and saving it recurse by element: about 1.4 KB of stack a level. The deepest
+// titles in use have a dozen levels.
+constexpr AdmissionLimit nestingDepth{"nesting depth", 256};
+
+// The stream reader compares every attribute of an element with every other.
+constexpr AdmissionLimit attributes{"number of attributes of an element", 256};
+
+// Working a value out copies it several times; one of a path of 32,767 curves has 1 MB.
+constexpr AdmissionLimit attributeLength{"attribute length", 1024 * 1024};
+
+// The layout of a text keeps about 100 bytes a character, for every frame anew.
+constexpr AdmissionLimit textLength{"text length", 100'000};
+
+// Entities: the tree parser's time is quadratic in declarations, and a reference of five bytes can
+// stand for 4,096 characters, which is where the stream reader stops.
+constexpr AdmissionLimit declaredEntities{"number of declared entities", 256};
+constexpr AdmissionLimit entityReferences{"number of entity references", 1'000};
+constexpr AdmissionLimit documentTypeSize{"document type size in bytes", 64 * 1024};
+
+// The renderer follows references by recursion: about 190 bytes of stack a "use", 111 a gradient,
+// and it looks through the whole chain at every level.
+constexpr AdmissionLimit useDepth{"depth of use references", 32};
+constexpr AdmissionLimit gradientDepth{"depth of gradient references", 32};
+
+// What "use" elements multiply is drawn for every frame; four levels of 50 each take 1.7 s.
+constexpr AdmissionLimit drawnElements{"number of drawn elements", 400'000};
+
+// Where references form a ring, the renderer goes round it in every order of the "use" elements in
+// it; without a view box it does so again at each of them to find the bounds of the picture.
+constexpr AdmissionLimit usesBesideRing{"number of use elements beside a ring of references", 64};
+constexpr AdmissionLimit usesBesideRingWithoutCanvas{
+        "number of use elements beside a ring of references, without a view box,", 16};
+
+// Adding a stop to a gradient takes time in proportion to the stops that it has.
+constexpr AdmissionLimit gradientStops{"number of gradient stops", 4'096};
+
+// The renderer drops what stands behind 32,767 points of a path; an arc has 7 numbers.
+constexpr AdmissionLimit pathNumbers{"number of coordinates", 7 * 32'767};
+
+// Dashes are looked through from the start for every dash that is drawn.
+constexpr AdmissionLimit dashes{"number of dashes", 1'024};
+
+// Beyond, adding a dash to a place on a path no longer changes the place, and drawing never ends.
+constexpr AdmissionLimit magnitude{"magnitude of numbers", 10'000'000};
+
+// Key values are read for every frame anew.
+constexpr AdmissionLimit keyValues{"number of key values", 20'000};
+
+// Every selector of a style sheet is tried on every element.
+constexpr AdmissionLimit styleSheetSize{"style sheet size", 256 * 1024};
+constexpr AdmissionLimit styleComparisons{"number of elements times selectors", 20'000'000};
+
+// Pictures stand in the text as base64. A picture of a few kilobytes can unpack to gigabytes:
+// Qt 5 knows no limit of its own.
+constexpr AdmissionLimit pictureLength{"picture length", 12 * 1024 * 1024};
+constexpr AdmissionLimit picturePixels{"number of pixels of all pictures", 16 * 1024 * 1024};
+
+} // namespace AdmissionLimits
