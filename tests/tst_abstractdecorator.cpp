@@ -558,6 +558,10 @@ void AbstractDecoratorTest::dragIsReportedOnce()
     mouse.drag(centreOnScene(*decorator), QPoint(-30, -18));
     QCOMPARE(moved.count(), 2);
     COMPARE_POINTS(decorator->pos(), QPointF());
+
+    // A click after it reports nothing more.
+    mouse.drag(centreOnScene(*decorator), QPoint());
+    QCOMPARE(moved.count(), 2);
 }
 
 void AbstractDecoratorTest::clickIsNoDrag()

@@ -5,6 +5,7 @@
 
 #include "SceneTest.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QSignalSpy>
 
@@ -37,6 +38,7 @@ class ResizeHandleItemTest : public WarningFreeTest
     Q_OBJECT
 
 private Q_SLOTS:
+    void screenIsScaledAsAskedFor();
     void isARectangle();
     void drawsInnerThenOuterPen_data();
     void drawsInnerThenOuterPen();
@@ -44,6 +46,14 @@ private Q_SLOTS:
     void leavesThePainterAsItWas();
     void pensRepaintNothing();
 };
+
+/// Or the tests that run once more on a screen of twice the resolution would not.
+void ResizeHandleItemTest::screenIsScaledAsAskedFor()
+{
+    const bool isScaled = qEnvironmentVariableIsSet("QT_SCALE_FACTOR");
+    const qreal factor = isScaled ? qEnvironmentVariableIntValue("QT_SCALE_FACTOR") : 1.0;
+    QCOMPARE(qApp->devicePixelRatio(), factor);
+}
 
 void ResizeHandleItemTest::isARectangle()
 {
