@@ -7,6 +7,7 @@
 #include <Scene/Decorator/RotateDecorator.h>
 
 #include <QPainter>
+#include <QPointer>
 
 // An item is highlighted while another has the keyboard focus.
 
@@ -55,6 +56,8 @@ private Q_SLOTS:
     void consumesNothing();
     void followsFocusOfTheDecoratorItself();
     void watchesOneItemForAnother();
+    void slotTakesTheItemsOffTheScene_data();
+    void slotTakesTheItemsOffTheScene();
 };
 
 void FocusHandlerTest::hasNothingToShow()
@@ -245,6 +248,46 @@ void FocusHandlerTest::watchesOneItemForAnother()
     watched->setFocus();
     QVERIFY(target->highlighted);
     QVERIFY(!watched->highlighted);
+}
+
+void FocusHandlerTest::slotTakesTheItemsOffTheScene_data()
+{
+    QTest::addColumn<bool>("isAddedAgain");
+    QTest::addColumn<bool>("isDeleted");
+    QTest::newRow("for good") << false << false;
+    QTest::newRow("and puts them back") << true << false;
+    QTest::newRow("and deletes them") << false << true;
+}
+
+/// The scene has forgotten its filters then, while it was still going through them.
+void FocusHandlerTest::slotTakesTheItemsOffTheScene()
+{
+    QFETCH(const bool, isAddedAgain);
+    QFETCH(const bool, isDeleted);
+
+    SceneOnView stage;
+    auto child = std::make_unique<FocusChild>();
+    const QPointer<FocusChild> guard(child.get());
+    stage.scene.addItem(child.get());
+    child->installSceneEventFilter(new FocusHandler(child.get()));
+    child->whenCalled = [&] {
+        child->whenCalled = [] {};
+        stage.scene.removeItem(child.get());
+        if (isAddedAgain)
+            stage.scene.addItem(child.get());
+        if (isDeleted)
+            child.reset();
+    };
+    QApplication::setActiveWindow(&stage.view);
+    child->setFocus();
+    QCOMPARE(guard.isNull(), isDeleted);
+    if (isDeleted)
+        return;
+    // The item has lost the focus with the scene. It never saw that it got it: the event ended with
+    // the slot.
+    QVERIFY(!child->highlighted);
+    QCOMPARE(child->focusEvents, QVector<bool>({false}));
+    QCOMPARE(child->scene(), isAddedAgain ? &stage.scene : nullptr);
 }
 
 QTEST_MAIN(FocusHandlerTest)

@@ -32,11 +32,21 @@ QRectF FocusHandler::boundingRect() const
     return QRectF();
 }
 
+/// When the handler leaves the scene meanwhile, the scene's list of filters has changed under the
+/// scene's own walk along it. The walk ends where a filter returns true.
 bool FocusHandler::sceneEventFilter(QGraphicsItem *watched, QEvent *event)
 {
     const bool isFocusIn = event->type() == QEvent::FocusIn;
     const QPointer<FocusHandler> guard(this);
+    m_leftScene = false;
     if (m_target && (isFocusIn || event->type() == QEvent::FocusOut))
         highlightTopLevelItem(*m_target, isFocusIn);
-    return guard && QGraphicsObject::sceneEventFilter(watched, event);
+    return !guard || m_leftScene || QGraphicsObject::sceneEventFilter(watched, event);
+}
+
+QVariant FocusHandler::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    if (change == ItemSceneHasChanged)
+        m_leftScene = true;
+    return QGraphicsObject::itemChange(change, value);
 }

@@ -13,10 +13,7 @@
 /// Install it as a scene event filter (QGraphicsItem::installSceneEventFilter()) on the item whose
 /// focus it is to follow; both have to be in the same scene. It calls the slot setHighlight(bool),
 /// if there is one, of the target's top-level item, normally a decorator. It draws nothing and lets
-/// every event pass.
-///
-/// As from any event filter, a slot that it calls must not delete the watched item or take it from
-/// its scene at once, but later.
+/// every event pass. The slot may take the items off the scene; the event then ends.
 class TITLESCENE_EXPORT FocusHandler : public QGraphicsObject
 {
     Q_OBJECT
@@ -32,7 +29,9 @@ public:
 
 protected:
     bool sceneEventFilter(QGraphicsItem *watched, QEvent *event) override;
+    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
     QPointer<QGraphicsObject> m_target;
+    bool m_leftScene = false; // since the filter was called
 };
