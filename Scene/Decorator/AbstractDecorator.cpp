@@ -159,9 +159,8 @@ void AbstractDecorator::adjustToChild()
 
 void AbstractDecorator::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
-    const QPointer<AbstractDecorator> guard(this);
     QGraphicsObject::mouseReleaseEvent(event);
-    if (!guard || !m_moved)
+    if (!m_moved)
         return;
     m_moved = false;
     Q_EMIT itemMoved();

@@ -25,8 +25,8 @@
 /// count twice.
 ///
 /// A slot connected to itemMoved(), or to what a subclass reports, may delete the decorator. Where
-/// Qt itself is in the middle of changing the item, as during geometryChanged(), only
-/// QObject::deleteLater() will do, as for any graphics item.
+/// Qt itself is in the middle of changing the item, as during geometryChanged() or the scene's
+/// selectionChanged(), only QObject::deleteLater() will do, as for any graphics item.
 ///
 /// A subclass ends its constructor with updateDecoration(), adjustToChild(),
 /// setUpChildConnections() and updateDecoration(), in this order.
