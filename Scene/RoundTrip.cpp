@@ -3,14 +3,10 @@
 
 #include "RoundTrip_p.h"
 
+#include "TreeEdit_p.h"
 #include "TreeWalk_p.h"
 
 namespace {
-
-bool isDeclaration(const QDomNode &node)
-{
-    return node.isProcessingInstruction() && node.nodeName() == QLatin1String("xml");
-}
 
 /// Neighbouring texts become one, and blank ones get lost.
 bool textSurvives(const QDomNode &text)
@@ -32,7 +28,7 @@ bool survivesSaving(const QDomDocument &tree)
     if (!tree.doctype().name().isEmpty())
         return false;
     for (QDomNode node = tree.firstChild(); !node.isNull(); node = node.nextSibling()) {
-        if (isDeclaration(node))
+        if (isXmlDeclaration(node))
             continue;
         for (TreeWalk walk(node); !walk.atEnd(); walk.next()) {
             if (!nodeSurvives(walk.node()))
@@ -46,7 +42,7 @@ void declareAsSaved(QDomDocument *tree)
 {
     QDomProcessingInstruction declaration = tree->firstChild().toProcessingInstruction();
     const QString data = QStringLiteral("version='1.0' encoding='UTF-8'");
-    if (isDeclaration(declaration))
+    if (isXmlDeclaration(declaration))
         declaration.setData(data);
     else
         tree->insertBefore(tree->createProcessingInstruction(QStringLiteral("xml"), data),

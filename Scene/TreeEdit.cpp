@@ -15,6 +15,11 @@ bool isDefs(const QDomNode &node)
     return node.nodeName() == QLatin1String("defs");
 }
 
+bool isXmlDeclaration(const QDomNode &node)
+{
+    return node.isProcessingInstruction() && node.nodeName() == QLatin1String("xml");
+}
+
 std::optional<QString> usedId(const QDomElement &element)
 {
     if (element.tagName() != QLatin1String("use"))

@@ -9,11 +9,12 @@
 #include <optional>
 
 /// \file
-/// Reading and writing the attributes of single elements. Every function takes a null element and
-/// does nothing then; the ones that write tell whether they changed the tree.
+/// What single nodes are, and reading and writing the attributes of elements. Every function takes
+/// a null node and does nothing then; the ones that write tell whether they changed the tree.
 
 bool hasVisibility(const QDomNode &node);
 bool isDefs(const QDomNode &node);
+bool isXmlDeclaration(const QDomNode &node);
 
 /// The id that a "use" element refers to, without the "#"; nothing when it refers to nothing in the
 /// document or the element is no "use" element.

@@ -3,15 +3,12 @@
 
 #include "TreeText_p.h"
 
+#include "TreeEdit_p.h"
+
 #include <QDomElement>
 #include <QDomNamedNodeMap>
 
 namespace {
-
-bool isDeclaration(const QDomNode &node)
-{
-    return node.isProcessingInstruction() && node.nodeName() == QLatin1String("xml");
-}
 
 /// What stands for a character in the value of an attribute; null for the character itself.
 const char *escapedInValue(QChar c)
@@ -76,7 +73,7 @@ private:
     static QDomNode firstBehindDeclaration(const QDomDocument &tree)
     {
         for (QDomNode node = tree.firstChild(); !node.isNull(); node = node.nextSibling()) {
-            if (isDeclaration(node))
+            if (isXmlDeclaration(node))
                 return node.nextSibling();
         }
         return tree.firstChild();

@@ -63,10 +63,10 @@ void TemplateList::setFolder(const QString &path)
     m_withThumbnail = 0;
     const QFileInfoList files =
             QDir(path).entryInfoList({QStringLiteral("*.svg")}, QDir::Files, QDir::Name);
-    QPixmap placeholder(iconSizeOfTemplates);
-    placeholder.fill(QColor(0x3a, 0x3e, 0x42));
+    QPixmap emptyThumbnail(iconSizeOfTemplates);
+    emptyThumbnail.fill(QColor(0x3a, 0x3e, 0x42));
     for (const QFileInfo &file : files) {
-        auto *item = new QListWidgetItem(placeholder, displayName(file), this);
+        auto *item = new QListWidgetItem(emptyThumbnail, displayName(file), this);
         item->setData(pathRole, file.absoluteFilePath());
         item->setToolTip(QDir::toNativeSeparators(file.absoluteFilePath()));
     }
