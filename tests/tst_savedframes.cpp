@@ -114,6 +114,8 @@ private Q_SLOTS:
     void frameAfterAnAdjustment();
     void frameAfterAVisibilityUpdate();
     void frameAfterAnotherParse();
+    void sameValuesOfOtherAttributes();
+    void emptyValueAfterNoValue();
 };
 
 // The random titles refer to definitions that they do not have, and the renderer says so.
@@ -233,6 +235,41 @@ void SavedFramesTest::frameAfterAnotherParse()
         expected.setContent(before);
         QVERIFY2(contentOf(savedTree(document)) == contentOf(expected), qPrintable(text));
     }
+}
+
+// What one attribute gives up the other takes on: the values alone do not tell the frames apart.
+void SavedFramesTest::sameValuesOfOtherAttributes()
+{
+    SvgDocument document(svgTitle(QStringLiteral(
+            "<rect id=\"a\" x=\"2\"><animate attributeName=\"x\" from=\"1\" to=\"1\" "
+            "dur=\"1s\"/></rect>"
+            "<rect id=\"b\" x=\"2\"><animate attributeName=\"x\" from=\"1\" to=\"1\" begin=\"1s\""
+            " dur=\"1s\"/></rect>")));
+    const auto x = [&document](const QString &id) {
+        return elementById(savedTree(document), id).attribute(QStringLiteral("x"));
+    };
+    document.applyAnimation(500);
+    QCOMPARE(x(QStringLiteral("a")), QStringLiteral("1.000"));
+    QCOMPARE(x(QStringLiteral("b")), QStringLiteral("2"));
+    document.applyAnimation(1500);
+    QCOMPARE(x(QStringLiteral("a")), QStringLiteral("2"));
+    QCOMPARE(x(QStringLiteral("b")), QStringLiteral("1.000"));
+}
+
+void SavedFramesTest::emptyValueAfterNoValue()
+{
+    SvgDocument document(svgTitle(
+            QStringLiteral("<rect id=\"a\"><animate attributeName=\"note\" dur=\"1s\"/></rect>")));
+    const auto hasNote = [&document] {
+        return elementById(savedTree(document), QStringLiteral("a"))
+                .hasAttribute(QStringLiteral("note"));
+    };
+    document.applyAnimation(1500);
+    QVERIFY(!hasNote());
+    document.applyAnimation(500);
+    QVERIFY(hasNote());
+    document.applyAnimation(1500);
+    QVERIFY(!hasNote());
 }
 
 QTEST_MAIN(SavedFramesTest)
