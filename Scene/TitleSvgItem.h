@@ -50,7 +50,7 @@ public:
     /// The document's bounds: the template's view box, its origin at (0, 0).
     QRectF boundingRect() const override;
 
-    /// Type.
+    /// Always Type.
     int type() const override;
 
     /// Draws the title at its current time, then the frame.
