@@ -10,6 +10,8 @@
 /// The document overwrites such attributes with a user's value (a line colour, say) or with an
 /// animation's value for a time, and puts the template's text back. Objects are created with new
 /// and held by boost::shared_ptr; they own no node.
+///
+/// \ingroup documents
 class TITLESCENE_EXPORT AdjustableAttribute : public SvgElement
 {
 public:

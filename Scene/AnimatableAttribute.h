@@ -19,6 +19,8 @@ struct KeyValuePosition;
 ///
 /// Repetition beyond the first simple duration shows only through a frozen end: an animation is
 /// running for one simple duration, whatever its repeat count is.
+///
+/// \ingroup documents
 class TITLESCENE_EXPORT AnimatableAttribute : public AdjustableAttribute
 {
 public:
@@ -28,7 +30,12 @@ public:
         Linear = 1    ///< interpolate between the two
     };
 
+    /// An animation of the attribute \a attributeName of \a element, an element below \a root.
+    /// Without key values and with no duration; the value kind sets the former, setParams() the
+    /// timing.
     AnimatableAttribute(const QDomNode &element, const QDomNode &root, QString attributeName);
+
+    /// The same for an element whose place is known already.
     AnimatableAttribute(const QDomNode &element, const SvgElement &place, QString attributeName);
 
     /// The attribute's text at \a time.

@@ -12,6 +12,8 @@
 /// An animated colour. White space around a key value is ignored; a text that is no colour counts
 /// as an invalid QColor, which is black. The value for a time is "#rrggbb": the alpha channel is
 /// interpolated too, but an attribute text cannot carry it.
+///
+/// \ingroup documents
 class TITLESCENE_EXPORT AnimatableAttributeColor final : public AnimatableAttribute
 {
 public:
@@ -24,6 +26,7 @@ public:
     AnimatableAttributeColor(const QDomNode &element, const SvgElement &place,
                              QString attributeName, QStringList values);
 
+    /// The colour at \a time, ms, as "#rrggbb".
     QString valueForTime(int time) const override;
 
 private:

@@ -10,6 +10,8 @@
 
 /// An animated number. White space around a key value is ignored; a text that is no number counts
 /// as 0. The value for a time has three decimals ("0.500").
+///
+/// \ingroup documents
 class TITLESCENE_EXPORT AnimatableAttributeFloat final : public AnimatableAttribute
 {
 public:
@@ -22,6 +24,7 @@ public:
     AnimatableAttributeFloat(const QDomNode &element, const SvgElement &place,
                              QString attributeName, QStringList values);
 
+    /// The number at \a time, ms, with three decimals.
     QString valueForTime(int time) const override;
 
 private:

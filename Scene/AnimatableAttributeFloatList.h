@@ -16,6 +16,8 @@
 /// value for a time is the text of the first key value with every number interpolated and written
 /// with three decimals. Key values that do not all have the same number of numbers, or that hold
 /// something like "1.2.3", can not be interpolated: the value is then always empty.
+///
+/// \ingroup documents
 class TITLESCENE_EXPORT AnimatableAttributeFloatList final : public AnimatableAttribute
 {
 public:
@@ -28,6 +30,7 @@ public:
     AnimatableAttributeFloatList(const QDomNode &element, const SvgElement &place,
                                  QString attributeName, QStringList values);
 
+    /// The text at \a time, ms, with its numbers interpolated; empty when that can't be done.
     QString valueForTime(int time) const override;
 
 private:

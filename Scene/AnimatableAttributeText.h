@@ -11,6 +11,8 @@
 /// An animated text. The value for a time is one of the key values, each of which holds for an
 /// equal slice of the duration; the calculation mode is ignored. White space around a key value is
 /// left out.
+///
+/// \ingroup documents
 class TITLESCENE_EXPORT AnimatableAttributeText final : public AnimatableAttribute
 {
 public:
@@ -23,6 +25,7 @@ public:
     AnimatableAttributeText(const QDomNode &element, const SvgElement &place, QString attributeName,
                             QStringList values);
 
+    /// The key value of the slice of the duration that \a time, ms, is in.
     QString valueForTime(int time) const override;
 
 private:

@@ -22,6 +22,8 @@ class QGraphicsScene;
 /// delete are forgotten. Every change is announced by a signal.
 ///
 /// An item that wants to know the view scale has a slot setViewScale(qreal); it is called by name.
+///
+/// \ingroup helpers
 class TITLESCENE_EXPORT SceneHelper : public QObject
 {
     Q_OBJECT
@@ -41,7 +43,10 @@ public:
     /// while it is on the scene.
     bool hasItems() const;
 
+    /// The time that was set last; at first 0.
     Time sceneTime() const;
+
+    /// The picture that was set last; at first a null one.
     QPixmap sceneBackground() const;
 
     /// Hands \a scale to the item's slot setViewScale(qreal), if it is a QGraphicsObject that has
@@ -49,10 +54,19 @@ public:
     void setItemViewScale(QGraphicsItem *item, double scale);
 
 Q_SIGNALS:
+    /// \a item is on the scene and knows the view scale.
     void itemAdded(QGraphicsItem *item);
+
+    /// \a item is off the scene, or hidden and about to be deleted.
     void itemRemoved(QGraphicsItem *item);
+
+    /// All items are off the scene.
     void sceneCleared();
+
+    /// \a t is the scene's time now. Items are not told: the application hands the time to them.
     void sceneTimeChanged(SceneHelper::Time t);
+
+    /// \a px is the picture to draw behind the items.
     void sceneBackgroundChanged(QPixmap px);
 
 public Q_SLOTS:
@@ -85,6 +99,8 @@ public Q_SLOTS:
     /// An object of the application's whose dynamic properties say how items look. Not owned;
     /// null once it is deleted.
     void setStylingObject(QObject *o);
+
+    /// The styling object; null when there is none.
     QObject *stylingObject();
 
 private:

@@ -49,6 +49,8 @@ class SvgElement;
 ///
 /// Times are int milliseconds of document time; times beyond an int saturate. The document needs a
 /// QGuiApplication, belongs to one thread, and is not copyable. It emits no signals of its own.
+///
+/// \ingroup documents
 class TITLESCENE_EXPORT SvgDocument : public QBuffer
 {
 public:
@@ -76,6 +78,8 @@ public:
     /// The rectangle that the title is drawn into; at first the size of the template's view box
     /// at (0, 0).
     QRectF bounds() const;
+
+    /// Sets the rectangle; an empty one draws nothing.
     void setBounds(QRectF bounds);
 
     /// @}
@@ -188,7 +192,11 @@ public:
     qint64 size() const override;
 
 protected:
+    /// Reads up to the end of the text, not into what is left behind it.
     qint64 readData(char *data, qint64 maxSize) override;
+
+    /// Writes at the device's position, over what stands there. Writing at the start begins a new
+    /// text.
     qint64 writeData(const char *data, qint64 size) override;
 
 private:

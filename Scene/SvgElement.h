@@ -19,6 +19,8 @@
 /// to no tree; it is a plain value.
 ///
 /// An element that can't be found is skipped silently: the tree stays as it is.
+///
+/// \ingroup documents
 class TITLESCENE_EXPORT SvgElement
 {
 public:

@@ -28,6 +28,8 @@ class QTextDocument;
 /// A styling object of the application's gives the pens of the frame by its dynamic properties
 /// "decoratorPen" and "strokeColor", or "decoratorSelectedPen" and "strokeSelectedPen" while the
 /// item is highlighted. Without one there is no frame.
+///
+/// \ingroup items
 class TITLESCENE_EXPORT TitleItem : public QGraphicsTextItem
 {
     Q_OBJECT
@@ -44,15 +46,20 @@ public:
     /// Whether pasting keeps formats. If not, a clipboard with rich text is replaced by its plain
     /// text before pasting.
     bool acceptRichText() const;
+
+    /// Sets whether pasting keeps formats; at first it does.
     void setAcceptRichText(bool accept);
 
     /// The format of the character at the text cursor, which text typed next takes.
     QTextCharFormat currentCharFormat() const;
 
-    /// Not owned; null once it is deleted.
+    /// The object that gives the pens; null when there is none.
     QObject *stylingObject() const;
+
+    /// Takes the pens of the frame from \a object, which is not owned and may be null, and repaints.
     void setStylingObject(QObject *object);
 
+    /// Draws the text, then the frame on the edge of the bounding rectangle.
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 Q_SIGNALS:
@@ -73,6 +80,7 @@ public Q_SLOTS:
     /// Begins editing with the text cursor at a point in item coordinates, or ends it.
     void setEditable(bool editable, QPointF = QPointF());
 
+    /// Chooses the pens of the frame, and repaints.
     void setHighlight(bool value);
 
     /// Looks at the format at the text cursor after an event of \a type (QEvent::Type): emits
@@ -83,9 +91,16 @@ public Q_SLOTS:
     void checkFormatChanges(int type);
 
 protected:
+    /// Looks at the format at the text cursor after each event.
     bool sceneEvent(QEvent *event) override;
+
+    /// Begins editing where it was clicked.
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// Pastes plain text where rich text is not accepted; leaves every other key to the base class.
     void keyPressEvent(QKeyEvent *event) override;
+
+    /// Ends editing.
     void focusOutEvent(QFocusEvent *event) override;
 
 private:

@@ -29,6 +29,8 @@ class SvgDocument;
 /// A styling object of the application's gives the pens of the selection frame by its dynamic
 /// properties "decoratorPen" and "strokePen", or "decoratorSelectedPen" and "strokeSelectedPen"
 /// while the item is highlighted. Without one there is no frame.
+///
+/// \ingroup items
 class TITLESCENE_EXPORT TitleSvgItem : public QGraphicsSvgItem
 {
     Q_OBJECT
@@ -36,7 +38,9 @@ class TITLESCENE_EXPORT TitleSvgItem : public QGraphicsSvgItem
     Q_PROPERTY(int currentTime READ currentTime WRITE setCurrentTime)
 
 public:
-    enum { Type = UserType + 1 };
+    /// For qgraphicsitem_cast().
+    enum { Type = UserType + 1 ///< what type() returns
+    };
 
     /// Reads the title \a svgText. Text that can't be shown gives an item of no size that draws
     /// nothing.
@@ -45,21 +49,29 @@ public:
 
     /// The document's bounds: the template's view box, its origin at (0, 0).
     QRectF boundingRect() const override;
+
+    /// Always Type.
     int type() const override;
 
     /// Draws the title at its current time, then the frame.
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
 
+    /// The time on the clip that the next paint shows, ms; at first 0.
     int currentTime() const;
 
-    /// The length of the clip that the title is shown on, ms.
+    /// The length of the clip that the title is shown on, ms; at first 0.
     int duration() const;
+
+    /// Sets the length of the clip, ms: the closing part is played at its end, and before that the
+    /// complete title stands. The document is not changed.
     void setDuration(int duration);
 
     /// Document time for each unit of clip time; 1 plays at the template's own pace. 0, negative
     /// values and NaN are taken as they come: some time of the title is shown.
     double animationSpeed() const;
+
+    /// Sets the document time for each unit of clip time.
     void setAnimationSpeed(double speed);
 
     /// The length of the title by itself, ms of document time.
@@ -71,12 +83,18 @@ public:
     /// Whether a title with clip paths is put together on a picture of its own. If not, the clip
     /// paths erase whatever lies below them on the painter's device, too.
     bool paintOnImage() const;
+
+    /// Sets whether a title with clip paths is put together on a picture of its own; at first it is
+    /// not. Nothing is drawn where that picture would be too large for the memory.
     void setPaintOnImage(bool onImage);
 
-    /// Not owned; null once it is deleted.
+    /// The object that gives the pens; null when there is none.
     QObject *stylingObject() const;
+
+    /// Takes the pens of the frame from \a object, which is not owned and may be null.
     void setStylingObject(QObject *object);
 
+    /// Whether the frame has the pens of a selected item.
     bool highlighted() const;
 
     /// The user's line settings. At first transparent, 50 wide and of the style
@@ -92,14 +110,22 @@ public:
     QString toSvgText() const;
 
 Q_SIGNALS:
+    /// setSize() was called.
     void geometryChanged();
+
+    /// The line settings are others.
     void documentChanged();
 
 public Q_SLOTS:
     /// Multiplies the scale from the bounds to \a size onto the item's transform: called twice, it
     /// scales twice. Emits geometryChanged(). A scale that is not finite is left out.
     void setSize(const QSizeF &size);
+
+    /// Sets the time on the clip, ms. Any time will do: what is before or behind the clip shows the
+    /// title as it is then.
     void setCurrentTime(int time);
+
+    /// Chooses the pens of the frame.
     void setHighlight(bool highlight);
 
 private:

@@ -134,6 +134,8 @@ private Q_SLOTS:
     void bearsCyclesOfPlayingAdjustingAndSaving();
     void shrinksAndGrows_data();
     void shrinksAndGrows();
+    void savingSeparatesTouchingSpans();
+    void dropsWhiteSpaceAlone();
 
 private:
     static void addLanguages();
@@ -363,6 +365,32 @@ void LanguagesTest::shrinksAndGrows()
             QCOMPARE(saved.documentElement().lastChildElement().text(), own.text.repeated(3));
         }
     }
+}
+
+/// A title of nothing but a text.
+static QString titleOfText(const QString &content)
+{
+    return svgTitle(QStringLiteral("<text x=\"5\" y=\"30\" font-size=\"20\""
+                                   " font-family=\"DejaVu Sans\">%1</text>")
+                            .arg(content));
+}
+
+void LanguagesTest::savingSeparatesTouchingSpans()
+{
+    SvgDocument document(titleOfText(QStringLiteral("<tspan>a</tspan><tspan>b</tspan>")));
+    SvgDocument together(titleOfText(QStringLiteral("ab")));
+    SvgDocument apart(titleOfText(QStringLiteral("a b")));
+    COMPARE_PICTURES(renderAt(document, 0), renderAt(together, 0), 0);
+    document.saveToBuffer();
+    COMPARE_PICTURES(renderAt(document, 0), renderAt(apart, 0), 0);
+}
+
+void LanguagesTest::dropsWhiteSpaceAlone()
+{
+    SvgDocument document(titleOfText(QStringLiteral(" <tspan> </tspan> ")));
+    const QDomElement text = document.documentRoot().firstChildElement();
+    QCOMPARE(text.childNodes().size(), 1);
+    QVERIFY(!text.firstChild().hasChildNodes());
 }
 
 QTEST_MAIN(LanguagesTest)

@@ -30,11 +30,15 @@
 ///
 /// A subclass ends its constructor with updateDecoration(), adjustToChild(),
 /// setUpChildConnections() and updateDecoration(), in this order.
+///
+/// \ingroup decorators
 class TITLESCENE_EXPORT AbstractDecorator : public QGraphicsObject
 {
     Q_OBJECT
 
 public:
+    /// Becomes the parent item of \a child, which can be neither moved nor selected by itself from now
+    /// on. Null makes an empty frame. The placement is taken over by adjustToChild().
     explicit AbstractDecorator(QGraphicsObject *child, QGraphicsItem *parent = nullptr);
     ~AbstractDecorator() override;
 
@@ -46,19 +50,26 @@ public:
 
     /// An object of the application's whose dynamic properties hold the pens of the frame:
     /// "decoratorPen" and "strokePen", "decoratorSelectedPen" and "strokeSelectedPen" while
-    /// highlighted. Not owned; null once it is deleted. Setting it repaints the frame.
+    /// highlighted. Null when there is none.
     QObject *stylingObject() const;
+
+    /// Takes the pens from \a object, which is not owned and may be null, and repaints the frame.
     void setStylingObject(QObject *object);
 
+    /// What the child items cover: the decorated item and the handles.
     QRectF boundingRect() const override;
+
+    /// Draws nothing.
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
 
 Q_SIGNALS:
     /// The user has moved the frame, once for each drag.
     void itemMoved();
+
     /// Position, rotation, scale or transform have changed, by whomever.
     void geometryChanged();
+
     /// The handles have been placed anew.
     void decorationChanged();
 
@@ -73,6 +84,7 @@ public Q_SLOTS:
     /// the screen. To be called again after a zoom and after the decorator was scaled.
     virtual void setViewScale(qreal scale);
 
+    /// Chooses the pens of the frame, repaints it, and tells the child.
     void setHighlight(bool highlight);
 
     /// Places the handles around the child and emits decorationChanged().
@@ -81,15 +93,23 @@ public Q_SLOTS:
 protected:
     /// Takes over the child's placement; the child is at the decorator's origin afterwards.
     void adjustToChild();
+
+    /// Calls updateDecoration() whenever the child changes.
     void setUpChildConnections();
 
+    /// Whether the frame has the pens of a selected item.
     bool isHighlighted() const;
 
     /// The child's bounding rectangle in the decorator's coordinates; empty without a child.
     QRectF childRect() const;
 
+    /// Ends a drag of the frame, and reports it.
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// Begins the child's edit mode.
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// Notices moves, and tells of changes of the geometry.
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:

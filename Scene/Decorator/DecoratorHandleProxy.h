@@ -9,6 +9,8 @@
 
 /// An ordinary widget as a handle of a decorator. Mouse presses fall through to the decorator below
 /// it, whatever the widget would do with them.
+///
+/// \ingroup decorators
 class TITLESCENE_EXPORT DecoratorHandleProxy : public QGraphicsProxyWidget
 {
     Q_OBJECT
@@ -19,5 +21,6 @@ public:
     ~DecoratorHandleProxy() override;
 
 protected:
+    /// Lets the press fall through, and logs a line (qDebug) that it came.
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
 };

@@ -14,6 +14,8 @@
 /// focus it is to follow; both have to be in the same scene. It calls the slot setHighlight(bool),
 /// if there is one, of the target's top-level item, normally a decorator. It draws nothing and lets
 /// every event pass. The slot may take the items off the scene; the event then ends.
+///
+/// \ingroup decorators
 class TITLESCENE_EXPORT FocusHandler : public QGraphicsObject
 {
     Q_OBJECT
@@ -23,12 +25,19 @@ public:
     explicit FocusHandler(QGraphicsObject *target);
     ~FocusHandler() override;
 
+    /// Draws nothing.
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
+
+    /// Empty.
     QRectF boundingRect() const override;
 
 protected:
+    /// Highlights when \a watched gets the focus, and ends that when it loses it. True, and with it the
+    /// end of the event, only when the slot took the items off the scene.
     bool sceneEventFilter(QGraphicsItem *watched, QEvent *event) override;
+
+    /// Notices that the items are off the scene.
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:

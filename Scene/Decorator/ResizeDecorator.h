@@ -21,6 +21,8 @@ Q_DECLARE_METATYPE(QSet<Qt::WindowFrameSection>)
 /// neither rotated nor scaled. There is no smallest size: a handle dragged across the opposite edge
 /// gives the child a negative one. A drag that shifts the decorator is reported by itemMoved() as
 /// well, before itemResized().
+///
+/// \ingroup decorators
 class TITLESCENE_EXPORT ResizeDecorator : public AbstractDecorator
 {
     Q_OBJECT
@@ -41,6 +43,9 @@ public:
     /// Gives the handles the pens of the styling object, if there is one.
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
+
+    /// Places the handles around the child, each with its size on the screen, and emits
+    /// decorationChanged().
     void updateDecoration() override;
 
 Q_SIGNALS:
@@ -48,12 +53,20 @@ Q_SIGNALS:
     void itemResized();
 
 public Q_SLOTS:
+    /// Shows these handles, and only these. Qt::NoSection and Qt::TitleBarArea are no handles.
     void setAvailableHandles(QSet<Qt::WindowFrameSection> handles);
 
 protected:
+    /// Ends a drag, and reports it.
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// Begins a drag of the handle below the cursor, or of the frame.
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// Sizes the child as far as the mouse has moved.
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// Ends a drag without a report when the mouse is lost.
     bool sceneEvent(QEvent *event) override;
 
 private:

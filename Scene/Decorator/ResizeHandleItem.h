@@ -9,16 +9,22 @@
 #include <QPen>
 
 /// A rectangle that a user drags: drawn twice, with an inner and then an outer pen, and not filled.
+///
+/// \ingroup decorators
 class TITLESCENE_EXPORT ResizeHandleItem : public QGraphicsRectItem
 {
 public:
+    /// The rectangle \a rect, in item coordinates, with two default pens.
     explicit ResizeHandleItem(const QRectF &rect, QGraphicsItem *parent = nullptr);
     ~ResizeHandleItem() override;
 
-    /// The pens for the next paint; neither makes the item be painted.
+    /// Sets the outer pen, for the next paint; does not make the item be painted.
     void installPen(const QPen &pen);
+
+    /// Sets the inner pen, likewise.
     void installInnerPen(const QPen &pen);
 
+    /// Draws the bounding rectangle with either pen.
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
 

@@ -9,11 +9,14 @@
 ///
 /// The item turns about its centre, by whole and broken degrees as the mouse goes; the angle is not
 /// brought into a range.
+///
+/// \ingroup decorators
 class TITLESCENE_EXPORT RotateDecorator : public AbstractDecorator
 {
     Q_OBJECT
 
 public:
+    /// A frame around \a child, with a square of 20 pixels on the screen as its handle.
     explicit RotateDecorator(QGraphicsObject *child, QGraphicsItem *parent = nullptr);
     ~RotateDecorator() override;
 
@@ -29,6 +32,9 @@ public:
     /// ResizeHandleItem.
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
+
+    /// Places the handle above the middle of the child's upper edge, with its size on the screen, and
+    /// emits decorationChanged().
     void updateDecoration() override;
 
 Q_SIGNALS:
@@ -36,10 +42,19 @@ Q_SIGNALS:
     void itemRotated();
 
 protected:
+    /// Ends a drag, and reports it.
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// Begins a drag of the handle when it is below the cursor, or of the frame.
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// Turns the decorator so that the handle points to the mouse.
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+
+    /// Ends a drag without a report when the mouse is lost.
     bool sceneEvent(QEvent *event) override;
+
+    /// Notices that the handle is no child item any more.
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
