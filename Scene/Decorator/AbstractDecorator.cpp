@@ -12,6 +12,13 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+/// More than any scene.
+constexpr QRectF everywhere(-1e9, -1e9, 2e9, 2e9);
+
+} // namespace
+
 AbstractDecorator::AbstractDecorator(QGraphicsObject *child, QGraphicsItem *parent)
     : QGraphicsObject(parent), m_child(child)
 {
@@ -65,9 +72,11 @@ QRectF AbstractDecorator::childRect() const
     return m_child ? m_child->mapRectToParent(m_child->boundingRect()) : QRectF();
 }
 
+/// The scene's index looks for an item that leaves where it is by then. The rectangle follows the
+/// child, though, which may have shrunk before anybody could tell the index.
 QRectF AbstractDecorator::boundingRect() const
 {
-    return childrenBoundingRect();
+    return m_leavingScene ? everywhere : childrenBoundingRect();
 }
 
 void AbstractDecorator::paint(QPainter *, const QStyleOptionGraphicsItem *, QWidget *) {}
@@ -183,6 +192,12 @@ QVariant AbstractDecorator::itemChange(GraphicsItemChange change, const QVariant
     case ItemRotationHasChanged:
     case ItemScaleHasChanged:
         Q_EMIT geometryChanged();
+        break;
+    case ItemSceneChange:
+        m_leavingScene = scene();
+        break;
+    case ItemSceneHasChanged:
+        m_leavingScene = false;
         break;
     case ItemPositionChange:
         if ((flags() & ItemIsMovable) && scene() && scene()->mouseGrabberItem() == this)

@@ -116,6 +116,7 @@ private:
     QPointer<QGraphicsObject> m_child;
     qreal m_viewScale = 1.0;
     bool m_moved = false;
+    bool m_leavingScene = false;
     QPointer<QObject> m_stylingObject;
     bool m_highlighted = false;
 };
