@@ -46,38 +46,20 @@ std::vector<std::vector<QDomElement>> elementsByKind(const QDomNode &root,
 /// The timing of one animation element.
 struct NodeTimeParams
 {
-    QString refId;          ///< the animation that the begin refers to; empty for a plain begin
-    bool fromBegin = false; ///< from that animation's begin, else from its end
-    int offset = 0;         ///< ms after it
-    int begin = unresolved; ///< ms
-    int end = unresolved;   ///< ms, one simple duration after the begin
+    BeginReference reference; ///< no id for a plain begin
+    int begin = unresolved;   ///< ms
+    int end = unresolved;     ///< ms, one simple duration after the begin
 };
-
-int signedOffset(const QString &begin)
-{
-    const int plus = begin.indexOf(QLatin1Char('+'));
-    if (plus >= 0)
-        return timeFromText(begin.mid(plus + 1));
-    const int minus = begin.indexOf(QLatin1Char('-'));
-    if (minus >= 0)
-        return saturatedDifference(0, timeFromText(begin.mid(minus + 1)));
-    return 0;
-}
 
 NodeTimeParams classified(const QDomElement &element)
 {
     NodeTimeParams params;
     const QString begin = trimmedAttribute(element, QStringLiteral("begin"));
-    const int fromBegin = begin.indexOf(QLatin1String(".begin"));
-    params.fromBegin = fromBegin >= 0;
-    const int reference = params.fromBegin ? fromBegin : begin.indexOf(QLatin1String(".end"));
-    params.refId = begin.left(std::max(reference, 0));
-    if (params.refId.isEmpty()) {
+    params.reference = referenceInBegin(begin);
+    if (params.reference.id.isEmpty()) {
         params.begin = timeFromText(begin);
         params.end = saturatedSum(params.begin,
                                   timeFromText(trimmedAttribute(element, QStringLiteral("dur"))));
-    } else {
-        params.offset = signedOffset(begin);
     }
     return params;
 }
@@ -148,7 +130,7 @@ private:
             if (params.begin != unresolved)
                 break;
             m_isInChain[number] = true;
-            const std::size_t reference = referenced(params.refId);
+            const std::size_t reference = referenced(params.reference.id);
             chain.push_back({number, params, reference});
             number = reference;
         }
@@ -170,11 +152,11 @@ private:
         int origin = 0;
         if (link.reference != unknown) {
             const NodeTimeParams reference = classified(m_elements[link.reference]);
-            origin = link.params.fromBegin ? reference.begin : reference.end;
+            origin = link.params.reference.fromBegin ? reference.begin : reference.end;
         }
         QDomElement element = m_elements[link.element];
-        const int begin =
-                beginWithRoomForDuration(element, saturatedSum(link.params.offset, origin));
+        const int begin = beginWithRoomForDuration(
+                element, saturatedSum(link.params.reference.offsetTime(), origin));
         element.setAttribute(QStringLiteral("begin"),
                              QString::number(begin) + QStringLiteral("ms"));
     }
@@ -328,6 +310,11 @@ void SvgDocument::detectAnimatableAttibutes(int &totalDuration)
         m_animationsById[animation->id()].push_back(m_animatableAttributes.size());
         m_animatableAttributes.push_back(animation);
     }
+}
+
+std::vector<boost::shared_ptr<const AnimatableAttribute>> SvgDocument::animations() const
+{
+    return {m_animatableAttributes.begin(), m_animatableAttributes.end()};
 }
 
 void SvgDocument::detectConclusionTime()
