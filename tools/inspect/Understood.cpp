@@ -54,13 +54,14 @@ Animation::Kind kindOf(const AnimatableAttribute &attribute)
     return Animation::Kind::NumberList;
 }
 
-int repeatCountOf(const QString &text)
+// As the renderer reads it.
+double repeatCountOf(const QString &text)
 {
     bool isNumber = false;
-    const int count = text.toInt(&isNumber);
+    const double count = text.toDouble(&isNumber);
     if (isNumber)
         return count;
-    return text.isEmpty() ? 1 : -1;
+    return text == QLatin1String("indefinite") ? -1.0 : 1.0;
 }
 
 } // namespace

@@ -38,15 +38,15 @@ struct Animation
     Player player = Player::Nobody;
     Kind kind = Kind::Unknown;
     QString attribute;
-    int begin = 0;       // ms
-    int end = 0;         // ms, one simple duration later
-    int repeatCount = 1; // negative: indefinitely
+    int begin = 0;            // ms
+    int end = 0;              // ms, one simple duration later
+    double repeatCount = 1.0; // negative: indefinitely
     bool freezes = false;
     bool isDiscrete = false;
     QString trigger;                                     // the begin as the author wrote it
     boost::shared_ptr<const AnimatableAttribute> played; // null unless the document plays it
 
-    bool isRepeated() const { return repeatCount != 0 && repeatCount != 1; }
+    bool isRepeated() const { return repeatCount < 0.0 || repeatCount > 1.0; }
 };
 
 QString nameOf(Animation::Kind kind);

@@ -1,6 +1,0 @@
-#include "ProblemList.h"
-const std::vector<Check> &valueChecks()
-{
-    static const std::vector<Check> c;
-    return c;
-}
