@@ -100,8 +100,8 @@ void findUndefinedEntities(const Understood &title, ProblemList &problems)
 {
     for (const SourcePlaces::Entity &entity : title.source().undefinedEntities())
         problems.warn("undefined-entity", entity.place,
-                      QStringLiteral("the title does not define the entity %1; it is lost as soon "
-                                     "as the title is saved or animated")
+                      QStringLiteral("the title does not define the entity %1; nothing is drawn "
+                                     "once the title has been saved, as for every animated frame")
                               .arg(entity.name),
                       QStringLiteral("Write the character itself."));
 }
@@ -133,9 +133,12 @@ int lettersBeforeDifference(const QString &text, const QString &saved)
     return i == text.size() && j == saved.size() ? -1 : letters;
 }
 
-// Saving puts white space between elements that touch.
+// Saving puts white space between elements that touch. A saved text with undefined entities can't
+// be read.
 void findTextsThatChange(const Understood &title, ProblemList &problems)
 {
+    if (!title.source().undefinedEntities().empty())
+        return;
     const std::vector<SourceText> &texts = title.source().texts();
     const std::vector<SourceText> &savedTexts = title.savedTexts();
     for (std::size_t i = 0; i < texts.size() && i < savedTexts.size(); ++i) {

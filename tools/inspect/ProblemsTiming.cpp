@@ -2,15 +2,15 @@
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
 #include "ProblemList.h"
+#include "Timeline.h"
 #include "Understood.h"
 
 #include <Scene/AnimatableAttribute.h>
 #include <Scene/TimeValue_p.h>
 
-#include <QSet>
+#include <QStringList>
 
 #include <algorithm>
-#include <array>
 #include <map>
 
 // When animations play: begins, durations, references between them, repetition, and which of
@@ -28,6 +28,11 @@ bool isPlayedByRenderer(const Animation &animation)
     return animation.player == Animation::Player::Renderer;
 }
 
+bool isList(const QString &text)
+{
+    return text.contains(QLatin1Char(';'));
+}
+
 QString quoted(const QString &text)
 {
     constexpr int longest = 40;
@@ -35,11 +40,12 @@ QString quoted(const QString &text)
                                  : QStringLiteral("\"%1\"").arg(text);
 }
 
-// What comes of a time that can't be read.
-QString consequence(const Animation &animation)
+// What comes of a begin that can't be read.
+QString beginInstead(const Animation &animation)
 {
-    return isPlayedByRenderer(animation) ? QStringLiteral("the animation does not play")
-                                         : QStringLiteral("it counts as 0");
+    return isPlayedByRenderer(animation)
+            ? QStringLiteral("the animation does not play")
+            : QStringLiteral("the animation begins at %1").arg(secondsText(animation.begin));
 }
 
 // Why a text is no time, and what to write instead.
@@ -51,7 +57,7 @@ struct TimeProblem
 
 TimeProblem problemOfTime(const QString &text)
 {
-    if (text.contains(QLatin1Char(';')))
+    if (isList(text))
         return {QStringLiteral("is a list of times"),
                 QStringLiteral("Give each begin an animation of its own.")};
     if (text.contains(QLatin1Char(':')))
@@ -79,6 +85,11 @@ struct Begin
     BeginReference reference;
 };
 
+bool isReference(const Begin &begin)
+{
+    return !begin.reference.id.isEmpty();
+}
+
 std::vector<Begin> begins(const Understood &title)
 {
     std::vector<Begin> result;
@@ -94,17 +105,14 @@ std::vector<Begin> begins(const Understood &title)
 void findUnreadableBegins(const Understood &title, ProblemList &problems)
 {
     for (const Begin &begin : begins(title)) {
-        const bool isList = begin.text.contains(QLatin1Char(';'));
-        const bool isReference = !begin.reference.id.isEmpty();
-        if (isReference ? !isList : isTimeText(begin.text))
+        if (!isList(begin.text) && (isReference(begin) || isTimeText(begin.text)))
             continue;
         const TimeProblem problem = problemOfTime(begin.text);
-        const QString effect = isReference ? QStringLiteral("only its first reference counts")
-                                           : consequence(begin.animation);
-        problems.warn("unreadable-begin", begin.place,
-                      QStringLiteral("the begin %1 %2; %3")
-                              .arg(quoted(begin.text), problem.reason, effect),
-                      problem.remedy);
+        problems.warn(
+                "unreadable-begin", begin.place,
+                QStringLiteral("the begin %1 %2; %3")
+                        .arg(quoted(begin.text), problem.reason, beginInstead(begin.animation)),
+                problem.remedy);
     }
 }
 
@@ -112,7 +120,7 @@ void findUnreadableBegins(const Understood &title, ProblemList &problems)
 void findReservedBegins(const Understood &title, ProblemList &problems)
 {
     for (const Begin &begin : begins(title)) {
-        if (begin.reference.id.isEmpty() && timeFromText(begin.text) == -1)
+        if (!isReference(begin) && timeFromText(begin.text) == -1)
             problems.warn("unreadable-begin", begin.place,
                           QStringLiteral("a begin of exactly -1 ms counts as 0"),
                           QStringLiteral("Write 0s, or -2ms."));
@@ -123,7 +131,7 @@ void findUnreadableOffsets(const Understood &title, ProblemList &problems)
 {
     for (const Begin &begin : begins(title)) {
         const BeginReference &reference = begin.reference;
-        if (reference.id.isEmpty() || begin.text.contains(QLatin1Char(';')))
+        if (!isReference(begin) || isList(begin.text))
             continue;
         const bool hasSign =
                 reference.id.contains(QLatin1Char('-')) || reference.id.contains(QLatin1Char('+'));
@@ -163,9 +171,12 @@ void findUnreadableDurations(const Understood &title, ProblemList &problems)
                           QStringLiteral("Give it a dur in seconds."));
         } else if (!isTimeText(duration)) {
             const TimeProblem problem = problemOfTime(duration);
+            const QString effect = isPlayedByRenderer(animation)
+                    ? QStringLiteral("the animation does not play")
+                    : QStringLiteral("it counts as 0");
             problems.warn("unreadable-duration", place,
                           QStringLiteral("the duration %1 %2; %3")
-                                  .arg(quoted(duration), problem.reason, consequence(animation)),
+                                  .arg(quoted(duration), problem.reason, effect),
                           problem.remedy);
         } else if (timeFromText(duration) <= 0) {
             problems.warn("unreadable-duration", place,
@@ -197,7 +208,7 @@ void findUnknownTriggers(const Understood &title, ProblemList &problems)
     const std::map<QString, int> known = referableAnimations(title);
     for (const Begin &begin : begins(title)) {
         const QString id = begin.reference.id;
-        if (id.isEmpty() || known.count(id) > 0)
+        if (!isReference(begin) || isList(begin.text) || known.count(id) > 0)
             continue;
         const std::optional<int> other = title.elementWithId(id);
         const QString what = other ? QStringLiteral("%1, whose times nothing can refer to")
@@ -256,11 +267,11 @@ void findUnresolvedBegins(const Understood &title, ProblemList &problems)
     for (const Begin &begin : begins(title)) {
         const QString resolved =
                 title.treeElement(begin.animation.element).attribute(QStringLiteral("begin"));
-        if (!begin.reference.id.isEmpty() && !isTimeText(resolved))
+        if (isReference(begin) && !isTimeText(resolved))
             problems.warn("unresolved-begin", begin.place,
                           QStringLiteral("references are followed in titles with an animate "
                                          "element only; %1")
-                                  .arg(consequence(begin.animation)),
+                                  .arg(beginInstead(begin.animation)),
                           QStringLiteral("Write a plain time."));
     }
 }

@@ -28,7 +28,7 @@ public:
     Place placeOf(int offset) const
     {
         const auto next = std::upper_bound(m_starts.begin(), m_starts.end(), offset);
-        return {int(next - m_starts.begin()) + 1, offset - *(next - 1) + 1};
+        return {int(next - m_starts.begin()), offset - *(next - 1) + 1};
     }
 
 private:

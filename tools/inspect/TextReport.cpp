@@ -130,7 +130,7 @@ QString barText(const Timeline &timeline, const Animation &animation)
     if (timeline.conclusion() > 0)
         bar[std::min(columnOf(timeline, timeline.conclusion()), barColumns - 1)] = QLatin1Char('|');
     const int begin = std::min(columnOf(timeline, animation.begin), barColumns - 1);
-    const int end = std::max(columnOf(timeline, animation.end), begin + 1);
+    const int end = std::max(columnOf(timeline, timeline.runsUntil(animation)), begin + 1);
     for (int column = begin; column < end; ++column)
         bar[column] = QLatin1Char('=');
     if (Timeline::isHeld(animation)) {

@@ -4,6 +4,7 @@
 #include "Timeline.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 Timeline::Timeline(const Understood &title)
@@ -25,15 +26,23 @@ double Timeline::positionOf(int ms) const
 
 int Timeline::tick(int most) const
 {
-    const double length = double(m_end) - m_begin;
-    double distance = 1.0;
-    while (true) {
-        for (const double factor : {1.0, 2.0, 5.0}) {
-            if (length / (distance * factor) <= most)
-                return int(std::min(distance * factor, double(std::numeric_limits<int>::max())));
-        }
-        distance *= 10.0;
+    const double least = (double(m_end) - m_begin) / most;
+    const double power = std::pow(10.0, std::floor(std::log10(std::max(least, 1.0))));
+    for (const double factor : {1.0, 2.0, 5.0}) {
+        if (power * factor >= least)
+            return int(power * factor);
     }
+    return int(std::min(power * 10.0, double(std::numeric_limits<int>::max())));
+}
+
+int Timeline::runsUntil(const Animation &animation) const
+{
+    if (animation.player != Animation::Player::Renderer)
+        return animation.end;
+    if (animation.repeatCount < 0.0)
+        return m_end;
+    const double duration = double(animation.end) - animation.begin;
+    return int(std::min(animation.begin + duration * animation.repeatCount, double(m_end)));
 }
 
 bool Timeline::isHeld(const Animation &animation)

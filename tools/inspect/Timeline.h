@@ -20,7 +20,10 @@ public:
     // A round distance of times, ms, at most `most` of which fit in.
     int tick(int most) const;
 
-    // From when on an animation's last value holds to the end; nothing when it doesn't.
+    // Until when an animation runs, ms: the renderer plays all cycles, the document one.
+    int runsUntil(const Animation &animation) const;
+
+    // Whether an animation's last value holds afterwards.
     static bool isHeld(const Animation &animation);
 
     // The begin of the closing part, ms; 0: there is none.

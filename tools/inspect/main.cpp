@@ -2,14 +2,17 @@
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
 #include "Failure.h"
+#include "JsonReport.h"
 #include "Options.h"
 #include "Problems.h"
 #include "Process.h"
 #include "TextReport.h"
+#include "TimelinePlot.h"
 #include "TitleText.h"
 #include "Understood.h"
 
 #include <QGuiApplication>
+#include <QSaveFile>
 
 #include <cstdio>
 
@@ -40,14 +43,31 @@ ExitCode exitCodeFor(const std::vector<Problem> &problems, bool isStrict)
     return hasWarnings || (isStrict && !problems.empty()) ? HasWarnings : Clean;
 }
 
+void writeFile(const QString &name, const QByteArray &bytes)
+{
+    QSaveFile file(name);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        throw Failure(name, file.errorString());
+}
+
+void printText(const Understood &title, const std::vector<Problem> &problems, bool isQuiet)
+{
+    if (!isQuiet)
+        print(factsText(title), stdout);
+    if (!isQuiet || !problems.empty())
+        print(problemsText(title.name(), problems), stdout);
+}
+
 ExitCode inspect(const Options &options)
 {
     const Understood title(displayName(options.title), readTitleText(options.title));
     const std::vector<Problem> problems = problemsOf(title);
-    if (!options.quiet)
-        print(factsText(title), stdout);
-    if (!options.quiet || !problems.empty())
-        print(problemsText(title.name(), problems), stdout);
+    if (!options.plot.isEmpty())
+        writeFile(options.plot, timelinePlot(title));
+    if (options.json)
+        std::fputs(jsonReport(title, problems).constData(), stdout);
+    else
+        printText(title, problems, options.quiet);
     return exitCodeFor(problems, options.strict);
 }
 
