@@ -219,7 +219,9 @@ void findExternalReferences(const Understood &title, ProblemList &problems)
             const bool isForeign = isReferenceName(attribute.name) && !isLink(element)
                     && !value.isEmpty() && !value.startsWith(QLatin1Char('#'))
                     && !value.startsWith(QLatin1String("data:"));
-            if (isForeign || value.contains(foreignUrl))
+            const bool isForeignUrl =
+                    value.contains(QLatin1String("url(")) && value.contains(foreignUrl);
+            if (isForeign || isForeignUrl)
                 problems.warn(
                         "external", attribute.place,
                         QStringLiteral("nothing outside the title is read: %1 refers to \"%2\"")
@@ -241,13 +243,21 @@ void findExternalReferences(const Understood &title, ProblemList &problems)
     }
 }
 
-void findCssAnimations(const Understood &title, ProblemList &problems)
+bool hasDeclaration(const QString &styleSheet, const char *property)
+{
+    const QRegularExpression declaration(
+            QStringLiteral("(^|[\\s{;])%1\\s*:").arg(QLatin1String(property)));
+    return styleSheet.contains(declaration);
+}
+
+void findUnsupportedStyles(const Understood &title, ProblemList &problems)
 {
     for (const SourcePlaces::StyleSheet &sheet : title.source().styleSheets()) {
-        if (sheet.text.contains(QLatin1String("@keyframes"))
-            || sheet.text.contains(QLatin1String("animation")))
-            problems.warn("not-drawn", sheet.place, QStringLiteral("CSS animations do not play"),
-                          QStringLiteral("Use animate elements."));
+        for (const Unsupported &property : unsupportedProperties()) {
+            if (hasDeclaration(sheet.text, property.name))
+                problems.warn("not-drawn", sheet.place, QString::fromLatin1(property.reason),
+                              QString::fromLatin1(property.remedy));
+        }
     }
 }
 
@@ -341,7 +351,7 @@ const std::vector<Check> &drawingChecks()
     static const std::vector<Check> checks{findUnsupportedElements, findUnsupportedProperties,
                                            findCompositions,        findForeignColors,
                                            findFontLists,           findExternalReferences,
-                                           findCssAnimations,       findLostPictures,
+                                           findUnsupportedStyles,   findLostPictures,
                                            findUnknownReferences,   findPlainReferences,
                                            findAnimatedColors,      findIdleDefinitions};
     return checks;

@@ -6,6 +6,8 @@
 #include "Timeline.h"
 #include "Understood.h"
 
+#include <Scene/XmlText_p.h>
+
 #include <QXmlStreamWriter>
 
 #include <algorithm>
@@ -14,7 +16,7 @@
 namespace {
 
 constexpr int margin = 16;
-constexpr int headHeight = 56; // the title's name and the scale
+constexpr int headHeight = 56; // the caption and the scale
 constexpr int rowHeight = 22;
 constexpr int barHeight = 12;
 constexpr int leastBarWidth = 2;
@@ -73,7 +75,10 @@ public:
         write("height", height());
         drawRect("background", 0, 0, width, height(), backgroundColor);
         drawText(margin, margin + fontSize,
-                 m_title.name() + QStringLiteral(", ") + secondsText(m_title.duration()));
+                 withoutForbiddenCharacters(m_title.name()) + QStringLiteral(", ")
+                         + secondsText(m_title.duration())
+                         + QStringLiteral(" (lighter: the last value holds; violet: played by the "
+                                          "renderer)"));
         drawScale();
         int row = 0;
         for (const Animation &animation : m_title.animations())
@@ -92,7 +97,8 @@ private:
     int chartLeft() const { return 2 * margin + m_longest * letterWidth; }
     int rowTop(int row) const { return headHeight + row * rowHeight; }
     int chartBottom() const { return rowTop(int(m_title.animations().size())); }
-    int height() const { return chartBottom() + margin; }
+    int footLine() const { return chartBottom() + margin + fontSize; }
+    int height() const { return footLine() + margin; }
 
     int xOf(int ms) const
     {
@@ -179,7 +185,7 @@ private:
             return;
         const int x = xOf(m_timeline.conclusion());
         drawLine("conclusion", x, conclusionColor);
-        drawText(x, margin + fontSize, QStringLiteral("closing part"), conclusionColor, "middle");
+        drawText(x, footLine(), QStringLiteral("closing part"), conclusionColor, "middle");
     }
 
     const Understood &m_title;
