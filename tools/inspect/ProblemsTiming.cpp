@@ -279,9 +279,10 @@ void findUnresolvedBegins(const Understood &title, ProblemList &problems)
 // The length of the title is taken before begins are resolved.
 void findEndsBehindTheTitle(const Understood &title, ProblemList &problems)
 {
-    for (const Animation &animation : title.animations()) {
-        if (isPlayedByRenderer(animation) && animation.end > title.duration())
-            problems.warn("beyond-end", title.element(animation.element).place,
+    for (const Begin &begin : begins(title)) {
+        if (isReference(begin) && isPlayedByRenderer(begin.animation)
+            && begin.animation.end > title.duration())
+            problems.warn("beyond-end", begin.place,
                           QStringLiteral("the animation ends behind the title, whose length does "
                                          "not count it"),
                           QStringLiteral("Write its begin as a plain time, or let an animate "

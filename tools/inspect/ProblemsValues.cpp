@@ -151,7 +151,8 @@ void findUnreadableValues(const Understood &title, ProblemList &problems)
             continue;
         for (int i = values.isList || values.hasFrom ? 0 : 1; i < values.texts.size(); ++i) {
             const QString text = values.texts.at(i);
-            if (!isUnreadable(values.animation.kind, text))
+            const bool isMissing = text.isEmpty() && !values.isList;
+            if (isMissing || !isUnreadable(values.animation.kind, text))
                 continue;
             const bool isColor = values.animation.kind == Animation::Kind::Color;
             problems.warn("unreadable-value", values.place,
