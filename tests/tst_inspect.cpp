@@ -273,7 +273,7 @@ void TestInspect::findsProblems_data()
     animation("unknown id: begin after a shape",
               "attributeName='x' from='0' to='1' dur='1s' ^begin='r.end'/></rect><rect id='r'>"
               "<animate attributeName='y' from='0' to='1' dur='1s'",
-              "unknown-id", "which is rect, whose times nothing can refer to");
+              "unknown-id", "which is a rect element, whose times nothing can refer to");
     content("unknown id: use", "<use ^xlink:href='#gone'/>", "unknown-id", "refers to \"gone\"");
     content("unknown id: fill", "<rect ^fill='url(#gone)'/>", "unknown-id", "refers to \"gone\"");
     content("unknown id: style", "<rect ^style='stroke : url( \"#gone\" )'/>", "unknown-id",
