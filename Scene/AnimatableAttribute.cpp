@@ -39,9 +39,34 @@ bool AnimatableAttribute::isApplicableFrozen(int time) const
     return time >= m_end && m_freeze;
 }
 
+int AnimatableAttribute::beginTime() const
+{
+    return m_begin;
+}
+
 int AnimatableAttribute::endTime() const
 {
     return m_end;
+}
+
+int AnimatableAttribute::repeatCount() const
+{
+    return m_repeatCount;
+}
+
+bool AnimatableAttribute::isFrozen() const
+{
+    return m_freeze;
+}
+
+AnimatableAttribute::CalcModes AnimatableAttribute::calcMode() const
+{
+    return m_calcMode;
+}
+
+int AnimatableAttribute::valueCount() const
+{
+    return m_valueCount;
 }
 
 void AnimatableAttribute::calculateValues(int time, int &index, int &nextIndex,

@@ -52,8 +52,23 @@ public:
     /// True when the animation has ended at \a time and holds its last value.
     bool isApplicableFrozen(int time) const;
 
+    /// The begin, ms.
+    int beginTime() const;
+
     /// The end of the first simple duration, ms.
     int endTime() const;
+
+    /// How often the animation runs; negative for indefinitely.
+    int repeatCount() const;
+
+    /// True when the value of the end holds after the end.
+    bool isFrozen() const;
+
+    /// How times between two key values are used.
+    CalcModes calcMode() const;
+
+    /// The number of key values; 0 when their numbers don't match, so that they give no text.
+    int valueCount() const;
 
     /// The key values on both sides of \a time and the weight (0 to 1) of the second. Both indices
     /// are always those of key values (0 when there are none), also for times at which the

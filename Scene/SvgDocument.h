@@ -95,6 +95,23 @@ public:
     int animationConclusionDuration() const;
 
     /// @}
+    /// \name What was understood
+    /// @{
+
+    /// What applyAnimation() plays: an entry for every "animate" element that has an
+    /// "attributeName", in document order. The objects stay what they are when the title is
+    /// played or adjusted.
+    std::vector<boost::shared_ptr<const AnimatableAttribute>> animations() const;
+
+    /// The attributes that adjustAttribute() changes under this \a name, in document order. Empty
+    /// for a name that has not been prepared.
+    std::vector<boost::shared_ptr<const AdjustableAttribute>>
+    adjustableAttributes(const QString &name) const;
+
+    /// The "use" elements that show the definition with this \a id, in document order.
+    std::vector<boost::shared_ptr<const SvgElement>> usesOf(const QString &id) const;
+
+    /// @}
     /// \name Clipping
     /// @{
 

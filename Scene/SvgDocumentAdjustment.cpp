@@ -97,6 +97,15 @@ void SvgDocument::detectAdjustableAttibute(const QString &name, const std::vecto
     m_adjustableAttributes.insert(std::make_pair(name, attributes));
 }
 
+std::vector<boost::shared_ptr<const AdjustableAttribute>>
+SvgDocument::adjustableAttributes(const QString &name) const
+{
+    const auto entry = m_adjustableAttributes.find(name);
+    if (entry == m_adjustableAttributes.end())
+        return {};
+    return {entry->second.begin(), entry->second.end()};
+}
+
 void SvgDocument::adjustAttribute(const QString &name, const QString &value)
 {
     const auto entry = m_adjustableAttributes.find(name);

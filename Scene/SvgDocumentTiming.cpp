@@ -46,38 +46,20 @@ std::vector<std::vector<QDomElement>> elementsByKind(const QDomNode &root,
 /// The timing of one animation element.
 struct NodeTimeParams
 {
-    QString refId;          ///< the animation that the begin refers to; empty for a plain begin
-    bool fromBegin = false; ///< from that animation's begin, else from its end
-    int offset = 0;         ///< ms after it
-    int begin = unresolved; ///< ms
-    int end = unresolved;   ///< ms, one simple duration after the begin
+    BeginReference reference; ///< no id for a plain begin
+    int begin = unresolved;   ///< ms
+    int end = unresolved;     ///< ms, one simple duration after the begin
 };
-
-int signedOffset(const QString &begin)
-{
-    const int plus = begin.indexOf(QLatin1Char('+'));
-    if (plus >= 0)
-        return timeFromText(begin.mid(plus + 1));
-    const int minus = begin.indexOf(QLatin1Char('-'));
-    if (minus >= 0)
-        return saturatedDifference(0, timeFromText(begin.mid(minus + 1)));
-    return 0;
-}
 
 NodeTimeParams classified(const QDomElement &element)
 {
     NodeTimeParams params;
     const QString begin = trimmedAttribute(element, QStringLiteral("begin"));
-    const int fromBegin = begin.indexOf(QLatin1String(".begin"));
-    params.fromBegin = fromBegin >= 0;
-    const int reference = params.fromBegin ? fromBegin : begin.indexOf(QLatin1String(".end"));
-    params.refId = begin.left(std::max(reference, 0));
-    if (params.refId.isEmpty()) {
+    params.reference = referenceInBegin(begin);
+    if (params.reference.id.isEmpty()) {
         params.begin = timeFromText(begin);
         params.end = saturatedSum(params.begin,
                                   timeFromText(trimmedAttribute(element, QStringLiteral("dur"))));
-    } else {
-        params.offset = signedOffset(begin);
     }
     return params;
 }
@@ -151,7 +133,7 @@ private:
         std::vector<Link> chain;
         while (number != unknown && m_animations[number].params.begin == unresolved) {
             m_animations[number].isInChain = true;
-            const std::size_t reference = referenced(m_animations[number].params.refId);
+            const std::size_t reference = referenced(m_animations[number].params.reference.id);
             chain.push_back({number, reference});
             number = reference;
         }
@@ -175,13 +157,13 @@ private:
         if (reference == unknown)
             return 0;
         const NodeTimeParams &referred = m_animations[reference].params;
-        return params.fromBegin ? referred.begin : referred.end;
+        return params.reference.fromBegin ? referred.begin : referred.end;
     }
 
     static void writeBegin(Animation *animation, int origin)
     {
-        const int begin = beginWithRoomForDuration(animation->element,
-                                                   saturatedSum(animation->params.offset, origin));
+        const int begin = beginWithRoomForDuration(
+                animation->element, saturatedSum(animation->params.reference.offsetTime(), origin));
         animation->element.setAttribute(QStringLiteral("begin"),
                                         QString::number(begin) + QStringLiteral("ms"));
         animation->params = classified(animation->element);
@@ -335,6 +317,11 @@ void SvgDocument::detectAnimatableAttibutes(int &totalDuration)
         m_animationsById[animation->id()].push_back(m_animatableAttributes.size());
         m_animatableAttributes.push_back(animation);
     }
+}
+
+std::vector<boost::shared_ptr<const AnimatableAttribute>> SvgDocument::animations() const
+{
+    return {m_animatableAttributes.begin(), m_animatableAttributes.end()};
 }
 
 void SvgDocument::detectConclusionTime()

@@ -119,6 +119,14 @@ void SvgDocument::detectUseElements()
     }
 }
 
+std::vector<boost::shared_ptr<const SvgElement>> SvgDocument::usesOf(const QString &id) const
+{
+    const auto uses = m_useElements.find(id);
+    if (uses == m_useElements.end())
+        return {};
+    return {uses->second.begin(), uses->second.end()};
+}
+
 void SvgDocument::fixDefinitionsVisibility()
 {
     parseTree();

@@ -7,6 +7,7 @@
 #include "FrameSchedule.h"
 #include "Options.h"
 #include "Output.h"
+#include "Process.h"
 #include "Reporter.h"
 #include "Signals.h"
 #include "Title.h"
@@ -15,44 +16,11 @@
 
 #include <QDir>
 #include <QGuiApplication>
-#include <QTextCodec>
 
 #include <cstdio>
 #include <memory>
 
 namespace {
-
-// A locale without an encoding of its own would lose the letters of file names.
-void readFileNamesAsUtf8InPlainLocale()
-{
-#ifdef Q_OS_UNIX
-    if (QTextCodec::codecForLocale()->name() == "US-ASCII")
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-#endif
-}
-
-void prepareProcess()
-{
-    readFileNamesAsUtf8InPlainLocale();
-    reportWriteSignalsAsErrors();
-
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-
-    // Attributes come out of a document in hash order: every process must see the same one.
-    qSetGlobalQHashSeed(0);
-
-    QCoreApplication::setApplicationName(QStringLiteral("titlescene-render"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(TITLESCENE_VERSION));
-}
-
-QStringList argumentList(int argc, char **argv)
-{
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments += QString::fromLocal8Bit(argv[i]);
-    return arguments;
-}
 
 FrameSchedule scheduleFor(const Options &options, const Title &title)
 {
@@ -153,7 +121,8 @@ int run(const Options &options, int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    prepareProcess();
+    reportWriteSignalsAsErrors();
+    prepareProcess(QStringLiteral("titlescene-render"), QStringLiteral(TITLESCENE_VERSION));
     try {
         return run(Options::fromArguments(argumentList(argc, argv)), argc, argv);
     } catch (const Failure &failure) {

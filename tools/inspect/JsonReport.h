@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <QByteArray>
+
+#include <vector>
+
+struct Problem;
+class Understood;
+
+// For programs: what the library understood of a title and what will not play, as a JSON object.
+QByteArray jsonReport(const Understood &title, const std::vector<Problem> &problems);

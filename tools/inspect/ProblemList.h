@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include "Problems.h"
+
+#include <vector>
+
+// What the checks add to.
+class ProblemList
+{
+public:
+    void warn(const char *code, const Place &place, const QString &reason, const QString &remedy)
+    {
+        add(Problem::Severity::Warning, code, place, reason, remedy);
+    }
+
+    void note(const char *code, const Place &place, const QString &reason, const QString &remedy)
+    {
+        add(Problem::Severity::Note, code, place, reason, remedy);
+    }
+
+    std::vector<Problem> inOrder() const; // of their places
+
+private:
+    void add(Problem::Severity severity, const char *code, const Place &place,
+             const QString &reason, const QString &remedy)
+    {
+        m_problems.push_back({severity, QLatin1String(code), place, reason, remedy});
+    }
+
+    std::vector<Problem> m_problems;
+};
+
+// One look at a title.
+using Check = void (*)(const Understood &title, ProblemList &problems);
+
+// The checks, by what they are about.
+const std::vector<Check> &timingChecks();
+const std::vector<Check> &valueChecks();
+const std::vector<Check> &drawingChecks();
+const std::vector<Check> &documentChecks();

@@ -1,0 +1,358 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "ProblemList.h"
+#include "Understood.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+// What the picture will not show, or shows otherwise.
+
+namespace {
+
+// A property of an element, from an attribute of its own or from its "style".
+struct Property
+{
+    QString name;
+    QString value;
+    Place place;
+};
+
+std::vector<Property> propertiesOf(const SourceElement &element)
+{
+    std::vector<Property> properties;
+    for (const SourceAttribute &attribute : element.attributes) {
+        if (attribute.name != QLatin1String("style")) {
+            properties.push_back({attribute.name, attribute.value.trimmed(), attribute.place});
+            continue;
+        }
+        for (const QString &declaration : attribute.value.split(QLatin1Char(';'))) {
+            const int colon = declaration.indexOf(QLatin1Char(':'));
+            if (colon > 0)
+                properties.push_back({declaration.left(colon).trimmed(),
+                                      declaration.mid(colon + 1).trimmed(), attribute.place});
+        }
+    }
+    return properties;
+}
+
+template <typename Look>
+void lookAtProperties(const Understood &title, Look look)
+{
+    for (const SourceElement &element : title.source().elements()) {
+        for (const Property &property : propertiesOf(element))
+            look(element, property);
+    }
+}
+
+struct Unsupported
+{
+    const char *name;
+    const char *reason;
+    const char *remedy;
+};
+
+const std::vector<Unsupported> &unsupportedElements()
+{
+    static const std::vector<Unsupported> elements{
+            {"mask", "masks do not mask; what stands in one outside of defs is drawn",
+             "Cover what should not be seen, or erase it by shapes in a clipPath."},
+            {"filter", "filters are not drawn", "Draw shadows and glows as shapes with gradients."},
+            {"pattern", "patterns are not drawn; what stands in one outside of defs is drawn",
+             "Repeat the shapes by use elements."},
+            {"marker", "markers are not drawn; what stands in one outside of defs is drawn",
+             "Draw the shapes where the markers would be."},
+            {"symbol", "symbols can't be used; what stands in one outside of defs is drawn",
+             "Use a g element inside defs."},
+            {"foreignObject", "foreign content is not drawn, and its shapes are drawn as usual",
+             "Use SVG elements."},
+            {"script", "scripts do not run", "Use animate elements."},
+            {"textPath", "text on a path is not drawn", "Use a text for each letter."},
+            {"view", "views are ignored", "Set the viewBox of the root."},
+    };
+    return elements;
+}
+
+const std::vector<Unsupported> &unsupportedProperties()
+{
+    static const std::vector<Unsupported> properties{
+            {"clip-path",
+             "nothing is clipped by clip-path: the shapes in clip paths erase the whole title",
+             "Put shapes into a clipPath that cover what should be erased."},
+            {"mask", "masks do not mask",
+             "Cover what should not be seen, or erase it by shapes in a clipPath."},
+            {"filter", "filters are not drawn", "Draw shadows and glows as shapes with gradients."},
+            {"marker", "markers are not drawn", "Draw the shapes where the markers would be."},
+            {"marker-start", "markers are not drawn",
+             "Draw the shapes where the markers would be."},
+            {"marker-mid", "markers are not drawn", "Draw the shapes where the markers would be."},
+            {"marker-end", "markers are not drawn", "Draw the shapes where the markers would be."},
+            {"mix-blend-mode", "blend modes are not drawn", "Choose colours that need none."},
+            {"transform-origin", "transform-origin is ignored",
+             "Write the origin into the transform, such as rotate(45 10 10)."},
+            {"paint-order", "paint-order is ignored", "Draw stroke and fill by two elements."},
+            {"letter-spacing", "letter-spacing is ignored", "Use a text for each letter."},
+            {"word-spacing", "word-spacing is ignored", "Use a text for each word."},
+            {"textLength", "textLength is ignored", "Choose a fitting font-size."},
+            {"text-decoration", "text-decoration is not drawn", "Draw the line as a shape."},
+            {"baseline-shift", "baseline-shift is ignored", "Use a text of its own."},
+            {"dominant-baseline", "dominant-baseline is ignored", "Change y instead."},
+            {"writing-mode", "writing-mode is ignored", "Use a text for each letter."},
+            {"animation", "CSS animations do not play", "Use animate elements."},
+            {"animation-name", "CSS animations do not play", "Use animate elements."},
+            {"transition", "CSS transitions do not play", "Use animate elements."},
+    };
+    return properties;
+}
+
+QString withoutPrefix(const QString &name)
+{
+    return name.section(QLatin1Char(':'), -1);
+}
+
+const Unsupported *unsupported(const std::vector<Unsupported> &known, const QString &name)
+{
+    const auto found = std::find_if(known.begin(), known.end(), [&](const Unsupported &entry) {
+        return name == QLatin1String(entry.name);
+    });
+    return found == known.end() ? nullptr : &*found;
+}
+
+void findUnsupportedElements(const Understood &title, ProblemList &problems)
+{
+    for (const SourceElement &element : title.source().elements()) {
+        if (const Unsupported *const found =
+                    unsupported(unsupportedElements(), withoutPrefix(element.name)))
+            problems.warn("not-drawn", element.place, QString::fromLatin1(found->reason),
+                          QString::fromLatin1(found->remedy));
+    }
+}
+
+void findUnsupportedProperties(const Understood &title, ProblemList &problems)
+{
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        const bool isNone = property.value.isEmpty() || property.value == QLatin1String("none")
+                || property.value == QLatin1String("normal");
+        if (const Unsupported *const found =
+                    isNone ? nullptr : unsupported(unsupportedProperties(), property.name))
+            problems.warn("not-drawn", property.place, QString::fromLatin1(found->reason),
+                          QString::fromLatin1(found->remedy));
+    });
+}
+
+// It is drawn on whatever is below the title.
+void findCompositions(const Understood &title, ProblemList &problems)
+{
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        if (property.name == QLatin1String("comp-op")
+            && property.value != QLatin1String("src-over"))
+            problems.warn("comp-op", property.place,
+                          QStringLiteral("comp-op also changes what lies below the title, and a "
+                                         "browser ignores it"),
+                          QStringLiteral("Choose colours and opacities that need none, or erase by "
+                                         "shapes in a clipPath."));
+    });
+}
+
+// The renderer reads "#" colours, rgb() and names; everything else is black to it.
+void findForeignColors(const Understood &title, ProblemList &problems)
+{
+    static const QRegularExpression function(
+            QStringLiteral("^(rgba|hsl|hsla|hwb|lab|lch|oklab|oklch|color)\\("));
+    static const QStringList names{QStringLiteral("fill"), QStringLiteral("stroke"),
+                                   QStringLiteral("stop-color"), QStringLiteral("color")};
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        const auto match = function.match(property.value);
+        if (match.hasMatch() && names.contains(property.name))
+            problems.warn(
+                    "colour", property.place,
+                    QStringLiteral("a colour that is written as %1() is drawn in another "
+                                   "colour")
+                            .arg(match.captured(1)),
+                    QStringLiteral("Write it as #rrggbb, with fill-opacity, stroke-opacity or "
+                                   "stop-opacity beside it."));
+    });
+}
+
+// A list is taken for the name of one family.
+void findFontLists(const Understood &title, ProblemList &problems)
+{
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        if (property.name == QLatin1String("font-family")
+            && property.value.contains(QLatin1Char(',')))
+            problems.warn("font-list", property.place,
+                          QStringLiteral("a list of font families is taken for the name of one"),
+                          QStringLiteral("Name one family that the machine has."));
+    });
+}
+
+bool isLink(const SourceElement &element)
+{
+    return withoutPrefix(element.name) == QLatin1String("a");
+}
+
+bool isReferenceName(const QString &name)
+{
+    return name == QLatin1String("href") || name == QLatin1String("xlink:href");
+}
+
+bool isAnimationTarget(const SourceElement &element)
+{
+    return withoutPrefix(element.name).startsWith(QLatin1String("animate"))
+            || withoutPrefix(element.name) == QLatin1String("set");
+}
+
+void findExternalReferences(const Understood &title, ProblemList &problems)
+{
+    static const QRegularExpression foreignUrl(
+            QStringLiteral("url\\(\\s*[\"']?\\s*(?!#|[\"']|data:)[^)\\s]"));
+    const QString remedy =
+            QStringLiteral("Put what it refers to into the title; pictures as base64 PNG or JPEG.");
+    for (const SourceElement &element : title.source().elements()) {
+        for (const SourceAttribute &attribute : element.attributes) {
+            const QString value = attribute.value.trimmed();
+            const bool isForeign = isReferenceName(attribute.name) && !isLink(element)
+                    && !value.isEmpty() && !value.startsWith(QLatin1Char('#'))
+                    && !value.startsWith(QLatin1String("data:"));
+            const bool isForeignUrl =
+                    value.contains(QLatin1String("url(")) && value.contains(foreignUrl);
+            if (isForeign || isForeignUrl)
+                problems.warn(
+                        "external", attribute.place,
+                        QStringLiteral("nothing outside the title is read: %1 refers to \"%2\"")
+                                .arg(attribute.name, value.left(60)),
+                        remedy);
+        }
+    }
+    for (const Place &place : title.source().styleInstructions())
+        problems.warn("external", place,
+                      QStringLiteral("nothing outside the title is read: the style sheet is left "
+                                     "out"),
+                      QStringLiteral("Put its rules into style attributes."));
+    for (const SourcePlaces::StyleSheet &sheet : title.source().styleSheets()) {
+        if (sheet.text.contains(foreignUrl) || sheet.text.contains(QLatin1String("@import")))
+            problems.warn("external", sheet.place,
+                          QStringLiteral("nothing outside the title is read, and the style sheet "
+                                         "refers to something"),
+                          remedy);
+    }
+}
+
+bool hasDeclaration(const QString &styleSheet, const char *property)
+{
+    const QRegularExpression declaration(
+            QStringLiteral("(^|[\\s{;])%1\\s*:").arg(QLatin1String(property)));
+    return styleSheet.contains(declaration);
+}
+
+void findUnsupportedStyles(const Understood &title, ProblemList &problems)
+{
+    for (const SourcePlaces::StyleSheet &sheet : title.source().styleSheets()) {
+        for (const Unsupported &property : unsupportedProperties()) {
+            if (hasDeclaration(sheet.text, property.name))
+                problems.warn("not-drawn", sheet.place, QString::fromLatin1(property.reason),
+                              QString::fromLatin1(property.remedy));
+        }
+    }
+}
+
+// An embedded picture that the library has taken out.
+void findLostPictures(const Understood &title, ProblemList &problems)
+{
+    const QString href = QStringLiteral("xlink:href");
+    const std::vector<SourceElement> &elements = title.source().elements();
+    for (int number = 0; number < int(elements.size()); ++number) {
+        const SourceElement &element = elements[std::size_t(number)];
+        const QString value = element.value(href);
+        if (withoutPrefix(element.name) == QLatin1String("image")
+            && value.trimmed().startsWith(QLatin1String("data:"))
+            && title.treeElement(number).attribute(href) != value)
+            problems.warn("picture", element.placeOf(href),
+                          QStringLiteral("the picture is left out: it is no PNG or JPEG, or too "
+                                         "large"),
+                          QStringLiteral("Embed a PNG or JPEG file as base64."));
+    }
+}
+
+void findUnknownReferences(const Understood &title, ProblemList &problems)
+{
+    const auto check = [&](const SourceAttribute &attribute, const QString &id) {
+        if (!title.elementWithId(id))
+            problems.warn("unknown-id", attribute.place,
+                          QStringLiteral("%1 refers to \"%2\", which is nothing in the title")
+                                  .arg(attribute.name, id),
+                          QStringLiteral("Give the id to an element, or correct the reference."));
+    };
+    for (const SourceElement &element : title.source().elements()) {
+        for (const SourceAttribute &attribute : element.attributes) {
+            for (const QString &id : idsOfUrls(attribute.value))
+                check(attribute, id);
+            const QString id = idOfReference(attribute.value);
+            if (isReferenceName(attribute.name) && !id.isEmpty() && !isLink(element)
+                && !isAnimationTarget(element))
+                check(attribute, id);
+        }
+    }
+}
+
+// The library and the renderer know the older name only.
+void findPlainReferences(const Understood &title, ProblemList &problems)
+{
+    for (const SourceElement &element : title.source().elements()) {
+        const SourceAttribute *const href = element.attribute(QStringLiteral("href"));
+        if (href && !isLink(element) && !isAnimationTarget(element)
+            && !element.attribute(QStringLiteral("xlink:href")))
+            problems.warn("plain-href", href->place,
+                          QStringLiteral("href without the prefix xlink is ignored"),
+                          QStringLiteral("Write xlink:href."));
+    }
+}
+
+// An animation takes back what a user has chosen.
+void findAnimatedColors(const Understood &title, ProblemList &problems)
+{
+    std::set<std::pair<int, QString>> adjustable;
+    for (const AdjustableColor &color : title.adjustableColors())
+        adjustable.emplace(color.element, color.attribute);
+    for (const Animation &animation : title.animations()) {
+        if (animation.player == Animation::Player::Document
+            && adjustable.count({animation.target, animation.attribute}) > 0)
+            problems.warn("adjusted-and-animated", title.element(animation.element).place,
+                          QStringLiteral("a user's colour for this %1 is lost in the next frame, "
+                                         "which shows the template's colours again")
+                                  .arg(animation.attribute),
+                          QStringLiteral("Move the colour into style, or animate the opacity of "
+                                         "two elements of fixed colours."));
+    }
+}
+
+void findIdleDefinitions(const Understood &title, ProblemList &problems)
+{
+    for (const Definition &definition : title.definitions()) {
+        const int parent = title.element(definition.element).parent;
+        if (definition.users.empty() && title.element(parent).name == QLatin1String("defs")
+            && title.element(definition.element).name != QLatin1String("clipPath"))
+            problems.note("idle-definition", title.element(definition.element).place,
+                          QStringLiteral("nothing uses the definition %1")
+                                  .arg(title.label(definition.element)),
+                          QStringLiteral("Remove it."));
+    }
+}
+
+} // namespace
+
+const std::vector<Check> &drawingChecks()
+{
+    static const std::vector<Check> checks{findUnsupportedElements, findUnsupportedProperties,
+                                           findCompositions,        findForeignColors,
+                                           findFontLists,           findExternalReferences,
+                                           findUnsupportedStyles,   findLostPictures,
+                                           findUnknownReferences,   findPlainReferences,
+                                           findAnimatedColors,      findIdleDefinitions};
+    return checks;
+}

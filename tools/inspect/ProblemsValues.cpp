@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "ProblemList.h"
+#include "Understood.h"
+
+#include <Scene/AnimatableAttribute.h>
+#include <Scene/NumberList_p.h>
+
+#include <QColor>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <algorithm>
+
+// What animations write: their key values.
+
+namespace {
+
+// The key values of an animation as the author wrote them.
+struct KeyValues
+{
+    const Animation &animation;
+    QStringList texts; // trimmed; an empty "from" where there is none
+    Place place;
+    bool isList; // given by "values"
+    bool hasFrom;
+};
+
+std::vector<KeyValues> keyValues(const Understood &title)
+{
+    std::vector<KeyValues> result;
+    for (const Animation &animation : title.animations()) {
+        if (animation.player == Animation::Player::Nobody)
+            continue;
+        const SourceElement &element = title.element(animation.element);
+        const QString values = element.value(QStringLiteral("values"));
+        const QString from = element.value(QStringLiteral("from"));
+        QStringList texts = values.isEmpty()
+                ? QStringList{from, element.value(QStringLiteral("to"))}
+                : values.split(QLatin1Char(';'));
+        for (QString &text : texts)
+            text = text.trimmed();
+        const char *const place = !values.isEmpty() ? "values" : from.isEmpty() ? "to" : "from";
+        result.push_back({animation, texts, element.placeOf(QLatin1String(place)),
+                          !values.isEmpty(), !from.isEmpty()});
+    }
+    return result;
+}
+
+bool isDocuments(const KeyValues &values)
+{
+    return values.animation.player == Animation::Player::Document;
+}
+
+bool isUnreadable(Animation::Kind kind, const QString &text)
+{
+    if (kind == Animation::Kind::Color)
+        return !QColor::isValidColor(text);
+    bool isNumber = true;
+    if (kind == Animation::Kind::Number)
+        text.toDouble(&isNumber);
+    return !isNumber;
+}
+
+// Missing values; what they do depends on the player.
+void findMissingValues(const Understood &title, ProblemList &problems)
+{
+    for (const KeyValues &values : keyValues(title)) {
+        if (values.isList || (values.hasFrom && !values.texts.constLast().isEmpty()))
+            continue;
+        const SourceElement &element = title.element(values.animation.element);
+        const bool hasBy = element.attribute(QStringLiteral("by")) != nullptr;
+        if (hasBy && !isDocuments(values))
+            continue;
+        if (hasBy)
+            problems.warn("ignored-attribute", element.placeOf(QStringLiteral("by")),
+                          QStringLiteral("by is ignored"),
+                          QStringLiteral("Write from and to, or values."));
+        else if (values.hasFrom || values.texts.constLast().isEmpty())
+            problems.warn("missing-value", values.place,
+                          QStringLiteral("the animation has no to and no values"),
+                          QStringLiteral("Write from and to, or values."));
+        else
+            problems.warn(
+                    "missing-value", values.place,
+                    isDocuments(values)
+                            ? QStringLiteral("without a from, the animation does not begin at "
+                                             "the element's own value")
+                            : QStringLiteral("without a from, the animation does not play"),
+                    QStringLiteral("Write the element's own value as from."));
+    }
+}
+
+bool hasExponent(const QString &text)
+{
+    static const QRegularExpression exponent(QStringLiteral("[0-9.][eE][-+]?[0-9]"));
+    return text.contains(exponent);
+}
+
+void findNumbersThatDiffer(const Understood &title, ProblemList &problems)
+{
+    for (const KeyValues &values : keyValues(title)) {
+        if (values.animation.kind != Animation::Kind::NumberList)
+            continue;
+        if (values.animation.played->valueCount() == 0)
+            problems.warn("numbers-differ", values.place,
+                          QStringLiteral("the values do not hold the same number of readable "
+                                         "numbers; the attribute is emptied"),
+                          QStringLiteral("Write the same number of numbers in each value, with a "
+                                         "space or comma between them and no exponents."));
+        else if (std::any_of(values.texts.begin(), values.texts.end(), hasExponent))
+            problems.warn("exponent", values.place,
+                          QStringLiteral("an exponent is taken for a separator, so that 1e3 is "
+                                         "two numbers"),
+                          QStringLiteral("Write the number out, such as 1000."));
+    }
+}
+
+// Only the numbers change; what stands between them is that of the first value.
+void findSeparatorsThatDiffer(const Understood &title, ProblemList &problems)
+{
+    const auto words = [](const QString &text) {
+        QString result;
+        for (const QChar c : text) {
+            if (c.isLetter() || c == QLatin1Char('#') || c == QLatin1Char('%'))
+                result += c;
+        }
+        return result;
+    };
+    for (const KeyValues &values : keyValues(title)) {
+        if (values.animation.kind != Animation::Kind::NumberList
+            || values.animation.played->valueCount() == 0)
+            continue;
+        const QString first = words(values.texts.constFirst());
+        const bool differs = values.hasFrom || values.isList;
+        if (differs
+            && std::any_of(values.texts.begin(), values.texts.end(),
+                           [&](const QString &text) { return words(text) != first; }))
+            problems.warn("numbers-differ", values.place,
+                          QStringLiteral("the values differ in more than their numbers; what "
+                                         "stands between the numbers stays that of the first one"),
+                          QStringLiteral("Write the same letters and units in each value."));
+    }
+}
+
+void findUnreadableValues(const Understood &title, ProblemList &problems)
+{
+    for (const KeyValues &values : keyValues(title)) {
+        if (!isDocuments(values))
+            continue;
+        for (int i = values.isList || values.hasFrom ? 0 : 1; i < values.texts.size(); ++i) {
+            const QString text = values.texts.at(i);
+            const bool isMissing = text.isEmpty() && !values.isList;
+            if (isMissing || !isUnreadable(values.animation.kind, text))
+                continue;
+            const bool isColor = values.animation.kind == Animation::Kind::Color;
+            problems.warn("unreadable-value", values.place,
+                          QStringLiteral("the first value is a %1, and \"%2\" is none; it counts "
+                                         "as %3")
+                                  .arg(nameOf(values.animation.kind), text.left(40),
+                                       isColor ? QStringLiteral("black") : QStringLiteral("0")),
+                          QStringLiteral("Write values of one kind only."));
+            break;
+        }
+    }
+}
+
+// "transparent" is a colour without alpha, too.
+void findLostAlpha(const Understood &title, ProblemList &problems)
+{
+    for (const KeyValues &values : keyValues(title)) {
+        if (!isDocuments(values) || values.animation.kind != Animation::Kind::Color)
+            continue;
+        const bool hasAlpha =
+                std::any_of(values.texts.begin(), values.texts.end(), [](const QString &text) {
+                    const QColor color(text);
+                    return color.isValid() && color.alpha() < 255;
+                });
+        if (hasAlpha)
+            problems.warn("alpha-lost", values.place,
+                          QStringLiteral("animated colours lose their alpha"),
+                          QStringLiteral("Animate fill-opacity, stroke-opacity or opacity as "
+                                         "well."));
+    }
+}
+
+// Words change in equal slices, as in a browser; with a first value of numbers, they are emptied.
+void findTransformValues(const Understood &title, ProblemList &problems)
+{
+    for (const KeyValues &values : keyValues(title)) {
+        if (values.animation.kind == Animation::Kind::Transform && values.isList
+            && values.texts.size() != 2)
+            problems.warn("transform-values", values.place,
+                          QStringLiteral("an animateTransform plays exactly two values right, and "
+                                         "not %1")
+                                  .arg(values.texts.size()),
+                          QStringLiteral("Write one animateTransform for each pair, or an animate "
+                                         "element of transform with values such as "
+                                         "translate(0 20)."));
+    }
+}
+
+} // namespace
+
+const std::vector<Check> &valueChecks()
+{
+    static const std::vector<Check> checks{
+            findMissingValues,    findNumbersThatDiffer, findSeparatorsThatDiffer,
+            findUnreadableValues, findLostAlpha,         findTransformValues};
+    return checks;
+}
