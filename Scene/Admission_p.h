@@ -21,3 +21,10 @@ struct Admission
 /// arithmetic. Taken out is what would make the renderer read something outside the text, and
 /// pictures that it should not unpack: the title plays without them. No file is opened.
 Admission admit(const QByteArray &text);
+
+/// Whether judge() would have nothing against a text, told at a small part of its cost. False says
+/// nothing.
+bool isPlainAndHarmless(const QByteArray &text);
+
+/// The same as admit(), the long way.
+Admission judge(const QByteArray &text);

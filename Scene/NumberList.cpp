@@ -18,7 +18,7 @@ void visitClosedRuns(const QString &text, bool wantNumbers, Visit visit)
         if (wanted && start < 0) {
             start = i;
         } else if (!wanted && start >= 0) {
-            if (!visit(text.mid(start, i - start)))
+            if (!visit(text.midRef(start, i - start)))
                 return;
             start = -1;
         }
@@ -41,8 +41,8 @@ QChar closingCharacter(const QString &text)
 std::vector<QString> separatorRuns(const QString &text)
 {
     std::vector<QString> separators;
-    visitClosedRuns(text, false, [&separators](const QString &run) {
-        separators.push_back(run);
+    visitClosedRuns(text, false, [&separators](const QStringRef &run) {
+        separators.push_back(run.toString());
         return true;
     });
     return separators;
@@ -51,8 +51,9 @@ std::vector<QString> separatorRuns(const QString &text)
 std::vector<double> numberRuns(const QString &text, bool *ok)
 {
     std::vector<double> numbers;
+    numbers.reserve(6); // those of a matrix
     bool allRead = true;
-    visitClosedRuns(text, true, [&numbers, &allRead](const QString &run) {
+    visitClosedRuns(text, true, [&numbers, &allRead](const QStringRef &run) {
         const double number = run.toDouble(&allRead);
         if (allRead)
             numbers.push_back(number);

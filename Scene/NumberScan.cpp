@@ -5,44 +5,48 @@
 
 #include "AdmissionLimits_p.h"
 
+#include <QByteArray>
+
+#include <algorithm>
+
 namespace {
 
-bool isDigit(QChar c)
+bool isDigit(char c)
 {
-    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+    return c >= '0' && c <= '9';
 }
 
-bool isExponentSign(QChar c)
+bool isExponentSign(char c)
 {
-    return c == QLatin1Char('e') || c == QLatin1Char('E');
+    return c == 'e' || c == 'E';
 }
 
-bool isSign(QChar c)
+bool isSign(char c)
 {
-    return c == QLatin1Char('-') || c == QLatin1Char('+');
+    return c == '-' || c == '+';
 }
 
-bool mayBelongToReference(QChar c)
+bool mayBelongToReference(char c)
 {
-    return c.isLetterOrNumber() || c == QLatin1Char('-') || c == QLatin1Char('_')
-            || c == QLatin1Char('.');
+    const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || uchar(c) >= 0x80;
+    return isLetter || isDigit(c) || c == '-' || c == '_' || c == '.';
 }
 
 /// Reads one number from its first digit or point on; at ends behind it.
-bool isTooLargeNumber(const QChar *&at, const QChar *end)
+bool isTooLargeNumber(const char *&at, const char *end)
 {
     constexpr int harmlessDigits = 7; // 9,999,999
-    const QChar *const start = at;
+    const char *const start = at;
     while (at != end && isDigit(*at))
         ++at;
     bool isHarmless = at - start <= harmlessDigits;
-    if (at != end && *at == QLatin1Char('.')) {
+    if (at != end && *at == '.') {
         ++at;
         while (at != end && isDigit(*at))
             ++at;
     }
     if (at != end && isExponentSign(*at)) {
-        const QChar *exponent = at + 1;
+        const char *exponent = at + 1;
         if (exponent != end && isSign(*exponent))
             ++exponent;
         if (exponent != end && isDigit(*exponent)) {
@@ -55,43 +59,54 @@ bool isTooLargeNumber(const QChar *&at, const QChar *end)
     if (isHarmless)
         return false;
     bool ok = false;
-    const double value = QString(start, int(at - start)).toDouble(&ok);
+    const double value = QByteArray(start, int(at - start)).toDouble(&ok);
     const bool isUnderflow = ok || value == 0.0;
     return !isUnderflow || value > double(AdmissionLimits::magnitude.most);
 }
 
+bool contains(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    constexpr const char *spaces = " \t\n\v\f\r";
+    text.remove_prefix(std::min(text.find_first_not_of(spaces), text.size()));
+    return text.substr(0, text.find_last_not_of(spaces) + 1);
+}
+
 /// Whether the declaration of a style is about lengths. A name that is not written plainly may be.
-bool concernsLengths(const QStringRef &name)
+bool concernsLengths(std::string_view name)
 {
-    return name.contains(QLatin1String("stroke-")) || name.contains(QLatin1String("font-size"))
-            || name.trimmed() == QLatin1String("font") || name.contains(QLatin1Char('\\'))
-            || name.contains(QLatin1String("/*"));
+    return contains(name, "stroke-") || contains(name, "font-size") || trimmed(name) == "font"
+            || contains(name, "\\") || contains(name, "/*");
 }
 
-bool endsDeclaration(QChar c)
+bool endsDeclaration(char c)
 {
-    return c == QLatin1Char(';') || c == QLatin1Char('{') || c == QLatin1Char('}');
+    return c == ';' || c == '{' || c == '}';
 }
 
-bool isTooLargeDeclaration(const QStringRef &declaration)
+bool isTooLargeDeclaration(std::string_view declaration)
 {
-    const int colon = declaration.indexOf(QLatin1Char(':'));
-    return colon >= 0 && concernsLengths(declaration.left(colon))
-            && scanNumbers(declaration.mid(colon + 1)).isTooLarge;
+    const std::size_t colon = declaration.find(':');
+    return colon != std::string_view::npos && concernsLengths(declaration.substr(0, colon))
+            && scanNumbers(declaration.substr(colon + 1)).isTooLarge;
 }
 
 } // namespace
 
-NumberScan scanNumbers(const QStringRef &text)
+NumberScan scanNumbers(std::string_view text)
 {
     NumberScan scan;
-    const QChar *at = text.begin();
-    const QChar *const end = text.end();
+    const char *at = text.data();
+    const char *const end = at + text.size();
     while (at != end) {
-        if (isDigit(*at) || *at == QLatin1Char('.')) {
+        if (isDigit(*at) || *at == '.') {
             ++scan.count;
             scan.isTooLarge = isTooLargeNumber(at, end) || scan.isTooLarge;
-        } else if (*at == QLatin1Char('#')) {
+        } else if (*at == '#') {
             ++at;
             while (at != end && mayBelongToReference(*at))
                 ++at;
@@ -102,15 +117,14 @@ NumberScan scanNumbers(const QStringRef &text)
     return scan;
 }
 
-bool hasTooLargeStyle(const QStringRef &declarations)
+bool hasTooLargeStyle(std::string_view declarations)
 {
-    int start = 0;
-    for (int i = 0; i <= declarations.size(); ++i) {
-        if (i < declarations.size() && !endsDeclaration(declarations.at(i)))
-            continue;
-        if (isTooLargeDeclaration(declarations.mid(start, i - start)))
+    for (std::string_view rest = declarations; !rest.empty();) {
+        const auto end = std::find_if(rest.begin(), rest.end(), endsDeclaration);
+        const auto length = std::size_t(end - rest.begin());
+        if (isTooLargeDeclaration(rest.substr(0, length)))
             return true;
-        start = i + 1;
+        rest.remove_prefix(std::min(length + 1, rest.size()));
     }
     return false;
 }

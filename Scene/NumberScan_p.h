@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include <QStringRef>
+#include <string_view>
 
 /// The numbers in an attribute's value, however they are separated.
 struct NumberScan
@@ -13,7 +13,7 @@ struct NumberScan
 };
 
 /// Passes over colours and references that begin with "#".
-NumberScan scanNumbers(const QStringRef &text);
+NumberScan scanNumbers(std::string_view text);
 
 /// Whether declarations of a style hold numbers beyond that magnitude where they would be lengths.
-bool hasTooLargeStyle(const QStringRef &declarations);
+bool hasTooLargeStyle(std::string_view declarations);

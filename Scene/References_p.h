@@ -5,10 +5,12 @@
 
 #include "AdmissionLimits_p.h"
 
-#include <QHash>
-#include <QString>
+#include <QtGlobal>
 
 #include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 /// The elements of a title by number, in document order, and what refers to what among them: enough
@@ -29,8 +31,8 @@ public:
     void begin(int element) { m_ends.resize(std::size_t(element) + 1); }
     void end(int element, int next) { m_ends[std::size_t(element)] = next; }
 
-    void addId(const QString &id, int element) { m_owners[numberOf(id)].push_back(element); }
-    void addReference(Kind kind, int element, const QString &id, qint64 line)
+    void addId(std::string_view id, int element) { m_owners[numberOf(id)].push_back(element); }
+    void addReference(Kind kind, int element, std::string_view id, qint64 line)
     {
         (kind == Kind::Use ? m_uses : m_gradients).push_back({element, numberOf(id), line});
     }
@@ -50,17 +52,16 @@ private:
 
     class Walk;
 
-    int numberOf(const QString &id)
+    int numberOf(std::string_view id)
     {
-        const auto known = m_ids.find(id);
-        if (known != m_ids.end())
-            return *known;
-        m_owners.emplace_back();
-        return *m_ids.insert(id, int(m_owners.size()) - 1);
+        const auto known = m_ids.try_emplace(std::string(id), int(m_owners.size()));
+        if (known.second)
+            m_owners.emplace_back();
+        return known.first->second;
     }
 
     std::vector<int> m_ends; // of each element, the number of the first one behind its content
-    QHash<QString, int> m_ids;
+    std::unordered_map<std::string, int> m_ids;
     std::vector<std::vector<int>> m_owners; // by number of the id
     Links m_uses;
     Links m_gradients;

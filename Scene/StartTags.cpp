@@ -3,10 +3,8 @@
 
 #include "StartTags_p.h"
 
+#include "TreeText_p.h"
 #include "TreeWalk_p.h"
-
-#include <QDomNamedNodeMap>
-#include <QTextStream>
 
 #include <algorithm>
 #include <cstddef>
@@ -112,40 +110,6 @@ Replacement attributeRange(const QByteArray &text, int begin, int end, const QBy
     return {end, end, {}};
 }
 
-/// Writes attributes as saving the tree does.
-class AttributeWriter
-{
-public:
-    AttributeWriter() : m_stream(&m_text)
-    {
-        m_stream.setCodec("UTF-8");
-        m_text.reserve(256);
-    }
-
-    QByteArray one(QDomElement element, const QString &name)
-    {
-        m_text.resize(0);
-        element.attributeNode(name).save(m_stream, 0);
-        return m_text.toUtf8();
-    }
-
-    QByteArray all(const QDomElement &element)
-    {
-        m_text.resize(0);
-        const QDomNamedNodeMap attributes = element.attributes();
-        const int count = attributes.length();
-        for (int i = 0; i < count; ++i) {
-            m_stream << ' ';
-            attributes.item(i).save(m_stream, 0);
-        }
-        return m_text.toUtf8();
-    }
-
-private:
-    QString m_text;
-    QTextStream m_stream;
-};
-
 } // namespace
 
 StartTags::StartTags(const QByteArray &savedText, const QDomNode &root,
@@ -184,13 +148,18 @@ void StartTags::noteChange(int number)
 const QByteArray &StartTags::rewritten(const QByteArray &text,
                                        const std::vector<QDomElement> &elements)
 {
-    AttributeWriter writer;
-    const auto replacementOf = [&](const Attributes &attributes, const QDomElement &element) {
-        if (attributes.change == Change::Any)
-            return Replacement{attributes.begin, attributes.end, writer.all(element)};
-        Replacement replacement = attributeRange(text, attributes.begin, attributes.end,
-                                                 attributes.changedName.toUtf8());
-        replacement.text = writer.one(element, attributes.changedName);
+    QString written;
+    const auto replacementOf = [&](const Attributes &attributes, QDomElement element) {
+        written.resize(0);
+        Replacement replacement{attributes.begin, attributes.end, {}};
+        if (attributes.change == Change::Any) {
+            appendAttributes(element, &written);
+        } else {
+            replacement = attributeRange(text, attributes.begin, attributes.end,
+                                         attributes.changedName.toUtf8());
+            appendAttribute(element.attributeNode(attributes.changedName), &written);
+        }
+        replacement.text = written.toUtf8();
         return replacement;
     };
 

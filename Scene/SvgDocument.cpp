@@ -242,7 +242,7 @@ void SvgDocument::saveToBuffer()
 
 void SvgDocument::writeWholeTree()
 {
-    const QByteArray text = m_treeIsShared ? QByteArray() : textOfTree(m_dom);
+    const QByteArray text = m_treeIsShared ? QByteArray() : textOfTree(m_dom, int(m_textSize));
     if (text.isNull()) {
         writeTree(QDomNode::EncodingFromTextStream);
         return;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 // The attributes whose template values a user may replace.
 
@@ -39,6 +40,12 @@ bool isAdjustable(const QDomElement &element, const QString &name)
     return !isColor || isOwnColor(element.attribute(name));
 }
 
+boost::shared_ptr<AdjustableAttribute> made(const QDomNode &node, const SvgElement &place,
+                                            const QString &name)
+{
+    return boost::shared_ptr<AdjustableAttribute>(new AdjustableAttribute(node, place, name));
+}
+
 /// Finds the places of nodes. Nodes asked for in document order are found in one walk; any other
 /// one costs a walk of its own.
 class PlaceFinder
@@ -60,15 +67,22 @@ private:
 
 } // namespace
 
+/// The same as detectAdjustableAttibute() for each name and all nodes, in one walk.
 void SvgDocument::prepareAdjustedAttibutes(const QStringList &names)
 {
     parseTree();
     forgetElements();
+    std::vector<AdjustableAttributes> attributes(std::size_t(names.size()));
+    for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
+        const QDomElement element = walk.node().toElement();
+        for (std::size_t i = 0; i < attributes.size(); ++i) {
+            if (isAdjustable(element, names.at(int(i))))
+                attributes[i].push_back(made(element, walk.element(), names.at(int(i))));
+        }
+    }
     m_adjustableAttributes.clear();
-    std::vector<QDomNode> nodes;
-    getAllNodes(m_dom.documentElement(), nodes);
-    for (const QString &name : names)
-        detectAdjustableAttibute(name, nodes);
+    for (std::size_t i = 0; i < attributes.size(); ++i)
+        m_adjustableAttributes.emplace(names.at(int(i)), std::move(attributes[i]));
 }
 
 void SvgDocument::detectAdjustableAttibute(const QString &name, const std::vector<QDomNode> &nodes)
@@ -77,8 +91,7 @@ void SvgDocument::detectAdjustableAttibute(const QString &name, const std::vecto
     PlaceFinder finder(m_dom.documentElement());
     for (const QDomNode &node : nodes) {
         if (isAdjustable(node.toElement(), name))
-            attributes.push_back(boost::shared_ptr<AdjustableAttribute>(
-                    new AdjustableAttribute(node, finder.place(node), name)));
+            attributes.push_back(made(node, finder.place(node), name));
     }
     forgetElements();
     m_adjustableAttributes.insert(std::make_pair(name, attributes));

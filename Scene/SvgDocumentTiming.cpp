@@ -107,7 +107,6 @@ public:
             for (const QDomElement &element : elements)
                 add(element);
         }
-        m_isInChain.resize(m_elements.size(), false);
     }
 
     /// Rewrites the begins; false when there was nothing to rewrite.
@@ -121,40 +120,45 @@ public:
 private:
     static constexpr std::size_t unknown = std::numeric_limits<std::size_t>::max();
 
-    /// An element that waits for the begin of the one that it refers to.
+    struct Animation
+    {
+        QDomElement element;
+        NodeTimeParams params;
+        bool isInChain = false; ///< that is being resolved
+    };
+
+    /// An animation that waits for the begin of the one that it refers to.
     struct Link
     {
-        std::size_t element;
-        NodeTimeParams params;
+        std::size_t animation;
         std::size_t reference;
     };
 
     void add(const QDomElement &element)
     {
-        if (classified(element).begin == unresolved)
-            m_pending.push_back(m_elements.size());
+        const std::size_t number = m_animations.size();
+        m_animations.push_back({element, classified(element)});
+        if (m_animations.back().params.begin == unresolved)
+            m_pending.push_back(number);
         const QString id = element.attribute(QStringLiteral("id"));
         if (!id.isEmpty())
-            m_numbers.emplace(id, m_elements.size());
-        m_elements.push_back(element);
+            m_numbers.emplace(id, number);
     }
 
-    /// Follows the references from an element to a plain begin, then works back along the chain.
+    /// Follows the references from an animation to a plain begin, then works back along the chain.
     void resolve(std::size_t number)
     {
         std::vector<Link> chain;
-        while (number != unknown) {
-            const NodeTimeParams params = classified(m_elements[number]);
-            if (params.begin != unresolved)
-                break;
-            m_isInChain[number] = true;
-            const std::size_t reference = referenced(params.refId);
-            chain.push_back({number, params, reference});
+        while (number != unknown && m_animations[number].params.begin == unresolved) {
+            m_animations[number].isInChain = true;
+            const std::size_t reference = referenced(m_animations[number].params.refId);
+            chain.push_back({number, reference});
             number = reference;
         }
         for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
-            writeBegin(*link);
-            m_isInChain[link->element] = false;
+            Animation &animation = m_animations[link->animation];
+            writeBegin(&animation, originOf(animation.params, link->reference));
+            animation.isInChain = false;
         }
     }
 
@@ -162,27 +166,30 @@ private:
     std::size_t referenced(const QString &id) const
     {
         const auto found = m_numbers.find(id);
-        return found == m_numbers.end() || m_isInChain[found->second] ? unknown : found->second;
+        return found == m_numbers.end() || m_animations[found->second].isInChain ? unknown
+                                                                                 : found->second;
     }
 
-    void writeBegin(const Link &link)
+    int originOf(const NodeTimeParams &params, std::size_t reference) const
     {
-        int origin = 0;
-        if (link.reference != unknown) {
-            const NodeTimeParams reference = classified(m_elements[link.reference]);
-            origin = link.params.fromBegin ? reference.begin : reference.end;
-        }
-        QDomElement element = m_elements[link.element];
-        const int begin =
-                beginWithRoomForDuration(element, saturatedSum(link.params.offset, origin));
-        element.setAttribute(QStringLiteral("begin"),
-                             QString::number(begin) + QStringLiteral("ms"));
+        if (reference == unknown)
+            return 0;
+        const NodeTimeParams &referred = m_animations[reference].params;
+        return params.fromBegin ? referred.begin : referred.end;
     }
 
-    std::vector<QDomElement> m_elements;
-    std::vector<bool> m_isInChain;
+    static void writeBegin(Animation *animation, int origin)
+    {
+        const int begin = beginWithRoomForDuration(animation->element,
+                                                   saturatedSum(animation->params.offset, origin));
+        animation->element.setAttribute(QStringLiteral("begin"),
+                                        QString::number(begin) + QStringLiteral("ms"));
+        animation->params = classified(animation->element);
+    }
+
+    std::vector<Animation> m_animations;
     std::vector<std::size_t> m_pending;
-    std::map<QString, std::size_t> m_numbers; // of the first element with an id
+    std::map<QString, std::size_t> m_numbers; // of the first animation with an id
 };
 
 bool isLetter(QChar c)
@@ -225,7 +232,7 @@ struct AnimateTexts
     QString sample() const
     {
         if (!values.isEmpty())
-            return values.section(QLatin1Char(';'), 0, 0).trimmed();
+            return values.left(values.indexOf(QLatin1Char(';'))).trimmed();
         return (from.isEmpty() ? to : from).trimmed();
     }
 

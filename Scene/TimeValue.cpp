@@ -42,7 +42,7 @@ int saturatedDifference(int a, int b)
 
 int timeFromText(const QString &text)
 {
-    QString number = text.trimmed();
+    QStringRef number = QStringRef(&text).trimmed();
     double factor = 1000.0;
     if (number.endsWith(QLatin1String("ms"))) {
         number.chop(2);

@@ -11,8 +11,7 @@
 namespace {
 
 /// What stands for a character in the value of an attribute; null for the character itself.
-const char *escapedInValue(QChar c)
-{
+constexpr auto escapedInValue = [](QChar c) -> const char * {
     switch (c.unicode()) {
     case '<':
         return "&lt;";
@@ -29,11 +28,10 @@ const char *escapedInValue(QChar c)
     default:
         return nullptr;
     }
-}
+};
 
 /// The same for text between tags.
-const char *escapedInText(QChar c)
-{
+constexpr auto escapedInText = [](QChar c) -> const char * {
     switch (c.unicode()) {
     case '<':
         return "&lt;";
@@ -44,7 +42,7 @@ const char *escapedInText(QChar c)
     default:
         return nullptr;
     }
-}
+};
 
 bool endsCharacterData(const QString &text, int i)
 {
@@ -52,13 +50,32 @@ bool endsCharacterData(const QString &text, int i)
             && text.at(i - 2) == QLatin1Char(']');
 }
 
+template <typename Escaped>
+void append(const QString &text, Escaped escaped, QString *to)
+{
+    int copied = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        const char *replacement = escaped(text.at(i));
+        if (!replacement && endsCharacterData(text, i))
+            replacement = "&gt;";
+        if (!replacement)
+            continue;
+        *to += text.midRef(copied, i - copied);
+        *to += QLatin1String(replacement);
+        copied = i + 1;
+    }
+    *to += text.midRef(copied);
+}
+
 class TreeWriter
 {
 public:
+    explicit TreeWriter(int expectedSize) { m_text.reserve(expectedSize); }
+
     /// False when the tree has a node that this class can't write.
     bool write(const QDomDocument &tree)
     {
-        m_text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
+        m_text += QLatin1String("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
         for (QDomNode node = firstBehindDeclaration(tree); !node.isNull();
              node = node.nextSibling()) {
             if (!writeTopNode(node))
@@ -111,7 +128,7 @@ private:
             writeStartTag(node);
             break;
         case QDomNode::TextNode:
-            append(node.nodeValue(), escapedInText);
+            append(node.nodeValue(), escapedInText, &m_text);
             break;
         case QDomNode::CommentNode:
             indentUnlessBehindText(node, depth);
@@ -137,16 +154,7 @@ private:
     {
         m_text += QLatin1Char('<');
         m_text += element.nodeName();
-        const QDomNamedNodeMap attributes = element.attributes();
-        const int count = attributes.length();
-        for (int i = 0; i < count; ++i) {
-            const QDomNode attribute = attributes.item(i);
-            m_text += QLatin1Char(' ');
-            m_text += attribute.nodeName();
-            m_text += QLatin1String("=\"");
-            append(attribute.nodeValue(), escapedInValue);
-            m_text += QLatin1Char('"');
-        }
+        appendAttributes(element, &m_text);
         const QDomNode child = element.firstChild();
         if (child.isNull()) {
             m_text += QLatin1String("/>");
@@ -180,29 +188,31 @@ private:
             m_text += QLatin1Char('\n');
     }
 
-    void append(const QString &text, const char *(*escaped)(QChar))
-    {
-        int copied = 0;
-        for (int i = 0; i < text.size(); ++i) {
-            const char *replacement = escaped(text.at(i));
-            if (!replacement && endsCharacterData(text, i))
-                replacement = "&gt;";
-            if (!replacement)
-                continue;
-            m_text += text.midRef(copied, i - copied);
-            m_text += QLatin1String(replacement);
-            copied = i + 1;
-        }
-        m_text += text.midRef(copied);
-    }
-
     QString m_text;
 };
 
 } // namespace
 
-QByteArray textOfTree(const QDomDocument &tree)
+void appendAttribute(const QDomNode &attribute, QString *text)
 {
-    TreeWriter writer;
+    *text += attribute.nodeName();
+    *text += QLatin1String("=\"");
+    append(attribute.nodeValue(), escapedInValue, text);
+    *text += QLatin1Char('"');
+}
+
+void appendAttributes(const QDomNode &element, QString *text)
+{
+    const QDomNamedNodeMap attributes = element.attributes();
+    const int count = attributes.length();
+    for (int i = 0; i < count; ++i) {
+        *text += QLatin1Char(' ');
+        appendAttribute(attributes.item(i), text);
+    }
+}
+
+QByteArray textOfTree(const QDomDocument &tree, int expectedSize)
+{
+    TreeWriter writer(expectedSize);
     return !tree.isNull() && writer.write(tree) ? writer.text() : QByteArray();
 }

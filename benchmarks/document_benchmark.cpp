@@ -85,6 +85,11 @@ void constructBesideParsing(benchmark::State &state, const QString &text)
                            [&] {
                                tree.setContent(text);
                                renderer = std::make_unique<QSvgRenderer>(text.toUtf8());
+                           },
+                           [&] {
+                               document.reset();
+                               tree.clear();
+                               renderer.reset();
                            });
     }
 }

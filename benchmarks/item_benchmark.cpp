@@ -19,7 +19,7 @@
 //
 // view             a frame, drawn by a view of 1920x1080
 // view_by_image    the same with the clip paths cut out on an image of the item's own
-// construct_item   an item
+// construct_item   an item, beside its document and, if it clips, the companion of its clip paths
 
 namespace {
 
@@ -84,8 +84,18 @@ void constructItem(benchmark::State &state, const QString &text)
     for ([[maybe_unused]] const auto _ : state) {
         std::unique_ptr<TitleSvgItem> item;
         std::unique_ptr<SvgDocument> document;
+        boost::shared_ptr<SvgDocument> clippingDocument;
         comparison.measure([&] { item = std::make_unique<TitleSvgItem>(text); },
-                           [&] { document = std::make_unique<SvgDocument>(text); });
+                           [&] {
+                               document = std::make_unique<SvgDocument>(text);
+                               if (document->hasClipping())
+                                   clippingDocument.reset(document->makeClippingDocument());
+                           },
+                           [&] {
+                               item.reset();
+                               document.reset();
+                               clippingDocument.reset();
+                           });
     }
 }
 

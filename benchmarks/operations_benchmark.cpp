@@ -51,7 +51,25 @@ void paintOnce(SvgDocument &document)
     document.paint(&painter, 5000);
 }
 
+/// What walking a tree of that size costs at least.
+void walkByQtAlone(SvgDocument &document)
+{
+    const QDomNode root = document.documentRoot();
+    int nodes = 0;
+    for (QDomNode node = root; !node.isNull(); ++nodes) {
+        QDomNode next = node.firstChild();
+        while (next.isNull() && node != root) {
+            next = node.nextSibling();
+            if (next.isNull())
+                node = node.parentNode();
+        }
+        node = next;
+    }
+    benchmark::DoNotOptimize(nodes);
+}
+
 const Operation operations[] = {
+        {"walkByQtAlone", walkByQtAlone},
         {"applyAnimation", [](SvgDocument &document) { document.applyAnimation(5000); }},
         {"paint", paintOnce},
         {"makeClippingDocument",

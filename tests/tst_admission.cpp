@@ -8,6 +8,7 @@
 
 #include <QBuffer>
 #include <QImage>
+#include <QRandomGenerator>
 
 using namespace AdmissionLimits;
 
@@ -142,6 +143,12 @@ private Q_SLOTS:
     void takesOutWhatExceedsThePixels();
     void refusesDocumentTypes_data();
     void refusesDocumentTypes();
+    void judgesTemplatesAtOnce_data();
+    void judgesTemplatesAtOnce();
+    void takesOnlyHarmlessTextsForHarmless_data() { keepsLimits_data(); }
+    void takesOnlyHarmlessTextsForHarmless();
+    void takesOnlyHarmlessChangesForHarmless_data() { judgesTemplatesAtOnce_data(); }
+    void takesOnlyHarmlessChangesForHarmless();
 };
 
 void AdmissionTest::keepsLimits_data()
@@ -327,6 +334,9 @@ void AdmissionTest::takesOut_data()
           "qrc:/x.png", "data:", "data:image/png,base64", "data:image/png;base64,",
           "data:image/png;base64,@@@@", "#other"})
         QTest::newRow(reference) << QByteArray(reference);
+    QTest::newRow("behind a byte order mark") << "\xEF\xBB\xBF"
+                                                 "data:image/png;base64,"
+                    + fileOf(4, 4, "png").toBase64();
     const auto add = [](const char *name, const QByteArray &file, const QByteArray &type = "png") {
         QTest::newRow(name) << "data:image/" + type + ";base64," + file.toBase64();
     };
@@ -391,6 +401,61 @@ void AdmissionTest::refusesDocumentTypes()
     QFETCH(QByteArray, declaration);
     QCOMPARE(admit("<!-- <a> --><!DOCTYPE svg [" + declaration + "]>" + svg("<g/>")).refusal,
              QStringLiteral("line 1: the document type declares more than entities"));
+}
+
+void AdmissionTest::judgesTemplatesAtOnce_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    const QDir folder(QStringLiteral(TITLESCENE_TEMPLATES));
+    for (const QString &name : folder.entryList({QStringLiteral("*.svg")}, QDir::Files))
+        QTest::newRow(qPrintable(name)) << readTemplate(name).toUtf8();
+}
+
+void AdmissionTest::judgesTemplatesAtOnce()
+{
+    QFETCH(QByteArray, text);
+    QVERIFY(isPlainAndHarmless(text));
+}
+
+void AdmissionTest::takesOnlyHarmlessTextsForHarmless()
+{
+    QFETCH(QByteArray, most);
+    QFETCH(QByteArray, tooMuch);
+    QVERIFY(!isPlainAndHarmless(tooMuch));
+    QVERIFY(!isPlainAndHarmless("<?xml-stylesheet href='a.css'?>" + most));
+    const bool isPlain = !most.contains("<!DOCTYPE");
+    QCOMPARE(isPlainAndHarmless(most), isPlain);
+}
+
+/// Puts values that limits are about in place of some of the text's own.
+void AdmissionTest::takesOnlyHarmlessChangesForHarmless()
+{
+    QFETCH(QByteArray, text);
+    static const QByteArrayList values{
+            "1e9",   "-99999999",        "url(a.svg)", "a.png",    "#a",
+            "1 2 3", "stroke-width:1e9", "2e9s",       "3000000s", "xlink:href",
+            "id",    "stroke-dasharray", "x;y",        ";",        "style"};
+    static const QByteArrayList names{
+            "x",   "d",      "stroke-dasharray", "style",   "xlink:href", "begin",
+            "dur", "values", "attributeName",    "viewBox", "id"};
+    QRandomGenerator random(21);
+    int harmless = 0;
+    for (int i = 0; i < 1000; ++i) {
+        QByteArray changed = text;
+        for (int change = random.bounded(1, 3); change > 0; --change) {
+            const int tag = changed.indexOf(' ', changed.indexOf('<', random.bounded(text.size())));
+            changed.insert(std::max(tag, 0),
+                           ' ' + names.at(random.bounded(names.size())) + "=\""
+                                   + values.at(random.bounded(values.size())) + '"');
+        }
+        if (!isPlainAndHarmless(changed))
+            continue;
+        ++harmless;
+        const Admission judgement = judge(changed);
+        QCOMPARE(judgement.refusal, QString());
+        QVERIFY(judgement.text == changed);
+    }
+    QVERIFY(harmless > 50);
 }
 
 QTEST_MAIN(AdmissionTest)

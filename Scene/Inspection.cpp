@@ -1,0 +1,302 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "Inspection_p.h"
+
+#include "Markup_p.h"
+#include "NumberScan_p.h"
+#include "Picture_p.h"
+#include "TimeValue_p.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+/// QString::fromUtf8() takes a byte order mark away.
+QString decoded(std::string_view text)
+{
+    const QString result = QString::fromUtf8(text.data(), int(text.size()));
+    return text.substr(0, 3) == "\xEF\xBB\xBF" ? QChar(QChar::ByteOrderMark) + result : result;
+}
+
+bool contains(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
+qint64 countOf(std::string_view text, char c)
+{
+    return std::count(text.begin(), text.end(), c);
+}
+
+bool isContinuation(char c)
+{
+    return (uchar(c) & 0xC0) == 0x80;
+}
+
+qint64 countCharacters(std::string_view text)
+{
+    return std::count_if(text.begin(), text.end(), [](char c) { return !isContinuation(c); });
+}
+
+bool isAnimation(ElementKind kind)
+{
+    return kind == ElementKind::Animation || kind == ElementKind::RendererPlayed;
+}
+
+std::string_view valueOf(std::string_view name, const std::vector<XmlAttribute> &attributes)
+{
+    const auto found =
+            std::find_if(attributes.begin(), attributes.end(),
+                         [name](const XmlAttribute &entry) { return entry.name == name; });
+    return found == attributes.end() ? std::string_view() : found->value;
+}
+
+/// The renderer keeps begin and end in an int each.
+bool fitsRendererTimes(const std::vector<XmlAttribute> &attributes)
+{
+    const int begin = timeFromText(decoded(valueOf("begin", attributes)));
+    const int duration = timeFromText(decoded(valueOf("dur", attributes)));
+    const qint64 end = qint64(begin) + duration;
+    constexpr int highest = std::numeric_limits<int>::max();
+    constexpr int lowest = std::numeric_limits<int>::min();
+    return begin < highest && begin > lowest && duration < highest && duration > lowest
+            && end < highest && end > lowest;
+}
+
+/// Whether the view box has a size.
+bool isCanvas(std::string_view viewBox)
+{
+    static const QRegularExpression separator(QStringLiteral("[\\s,]+"));
+    QStringList parts = decoded(viewBox).split(separator);
+    parts.removeAll(QString());
+    return parts.size() == 4 && parts.at(2).toDouble() > 0.0 && parts.at(3).toDouble() > 0.0;
+}
+
+/// The same as the renderer: any character may stand for "#".
+std::string_view idIn(std::string_view reference)
+{
+    const auto second = std::find_if_not(reference.begin() + (reference.empty() ? 0 : 1),
+                                         reference.end(), isContinuation);
+    return reference.substr(std::size_t(second - reference.begin()));
+}
+
+} // namespace
+
+void Inspection::refuse(const QString &refusal)
+{
+    if (m_refusal.isEmpty())
+        m_refusal = refusal;
+}
+
+void Inspection::refuseHere(const QString &reason)
+{
+    refuse(QStringLiteral("line %1: %2").arg(m_line).arg(reason.simplified()));
+}
+
+void Inspection::exceed(const AdmissionLimit &limit)
+{
+    refuseHere(QStringLiteral("the %1 exceeds %2").arg(QLatin1String(limit.name)).arg(limit.most));
+}
+
+void Inspection::hold(qint64 amount, const AdmissionLimit &limit)
+{
+    if (amount > limit.most)
+        exceed(limit);
+}
+
+void Inspection::startElement(std::string_view name, const std::vector<XmlAttribute> &attributes)
+{
+    const ElementKind kind = kindOfElement(name);
+    const int element = m_elements++;
+    if (kind == ElementKind::Stop && !m_open.empty())
+        hold(++m_open.back().stops, AdmissionLimits::gradientStops);
+    if (kind == ElementKind::Text && m_texts++ == 0)
+        m_characters = 0;
+    m_references.begin(element);
+    m_open.push_back({element, kind, 0});
+    hold(m_elements, AdmissionLimits::elements);
+    hold(qint64(m_open.size()), AdmissionLimits::nestingDepth);
+    hold(qint64(attributes.size()), AdmissionLimits::attributes);
+    inspectAttributes(attributes, m_open.back());
+}
+
+void Inspection::endElement()
+{
+    if (m_open.back().kind == ElementKind::Text)
+        --m_texts;
+    m_references.end(m_open.back().element, m_elements);
+    m_open.pop_back();
+}
+
+void Inspection::characters(std::string_view text)
+{
+    if (m_open.empty())
+        return;
+    if (m_texts > 0) {
+        m_characters += countCharacters(text);
+        hold(m_characters, AdmissionLimits::textLength);
+    }
+    if (m_open.back().kind == ElementKind::StyleSheet)
+        inspectStyleSheet(text);
+}
+
+void Inspection::processingInstruction(std::string_view target)
+{
+    m_hasStyleInstruction = m_hasStyleInstruction || target == "xml-stylesheet";
+}
+
+void Inspection::inspectStyleSheet(std::string_view text)
+{
+    m_styleSheet += qint64(text.size());
+    hold(m_styleSheet, AdmissionLimits::styleSheetSize);
+    m_selectors += countOf(text, '{') + countOf(text, ',');
+    inspectStyle(text);
+}
+
+void Inspection::inspectStyle(std::string_view text)
+{
+    if (contains(text, "dash") || contains(text, "\\"))
+        m_hasDashes = true;
+    if (hasTooLargeStyle(text))
+        exceed(AdmissionLimits::magnitude);
+}
+
+void Inspection::inspectAttributes(const std::vector<XmlAttribute> &attributes, const Open &owner)
+{
+    if (owner.kind == ElementKind::RendererPlayed && !fitsRendererTimes(attributes))
+        refuseHere(QStringLiteral("the times of an animation are out of range"));
+    const std::string_view animated =
+            isAnimation(owner.kind) ? valueOf("attributeName", attributes) : std::string_view();
+    for (const XmlAttribute &attribute : attributes) {
+        const AttributeRole role = roleOfAttribute(attribute.name);
+        if (owner.kind == ElementKind::Picture && role == AttributeRole::Reference)
+            inspectPicture(attribute.value, owner.element);
+        else
+            hold(qint64(attribute.value.size()), AdmissionLimits::attributeLength);
+        if (role != AttributeRole::None)
+            inspectValue(role, attribute.value, owner, animated);
+    }
+}
+
+void Inspection::inspectValue(AttributeRole role, std::string_view value, const Open &owner,
+                              std::string_view animated)
+{
+    switch (role) {
+    case AttributeRole::Id:
+        m_references.addId(value, owner.element);
+        break;
+    case AttributeRole::Reference:
+        addReference(owner, value);
+        break;
+    case AttributeRole::Style:
+        inspectStyle(value);
+        break;
+    case AttributeRole::Dashes:
+        m_hasDashes = true;
+        inspectNumbers(value, AdmissionLimits::dashes);
+        break;
+    case AttributeRole::Path:
+    case AttributeRole::Length:
+        inspectNumbers(value, AdmissionLimits::pathNumbers);
+        break;
+    case AttributeRole::Extent:
+        if (owner.kind == ElementKind::Svg)
+            inspectLooseNumbers(value);
+        else
+            inspectNumbers(value, AdmissionLimits::pathNumbers);
+        break;
+    case AttributeRole::Window:
+        if (owner.element == 0)
+            m_hasCanvas = isCanvas(value);
+        inspectLooseNumbers(value);
+        break;
+    case AttributeRole::AnimatedName:
+        inspectAnimatedName(value);
+        break;
+    case AttributeRole::Value:
+        if (isAnimation(owner.kind))
+            inspectAnimatedValue(animated, value);
+        break;
+    case AttributeRole::None:
+        break;
+    }
+}
+
+void Inspection::inspectNumbers(std::string_view value, const AdmissionLimit &count)
+{
+    const NumberScan scan = scanNumbers(value);
+    hold(scan.count, count);
+    if (scan.isTooLarge)
+        exceed(AdmissionLimits::magnitude);
+}
+
+/// Numbers that are harmless unless something is dashed.
+void Inspection::inspectLooseNumbers(std::string_view value)
+{
+    if (m_lineOfLargeNumber == 0 && scanNumbers(value).isTooLarge)
+        m_lineOfLargeNumber = m_line;
+}
+
+void Inspection::inspectAnimatedName(std::string_view value)
+{
+    m_hasDashes = m_hasDashes || contains(value, "dash") || value == "style";
+    m_isCanvasAnimated = m_isCanvasAnimated || value == "viewBox";
+}
+
+void Inspection::inspectAnimatedValue(std::string_view animated, std::string_view value)
+{
+    hold(countOf(value, ';'), AdmissionLimits::keyValues);
+    inspectLooseNumbers(value);
+    if (m_open.size() < 2 || (animated != "xlink:href" && animated != "id"))
+        return;
+    const Open &parent = m_open[m_open.size() - 2];
+    for (const QString &part : decoded(value).split(QLatin1Char(';'))) {
+        const QByteArray keyValue = part.trimmed().toUtf8();
+        const std::string_view text(keyValue.constData(), std::size_t(keyValue.size()));
+        if (animated == "id")
+            m_references.addId(text, parent.element);
+        else
+            addReference(parent, text);
+    }
+}
+
+void Inspection::addReference(const Open &owner, std::string_view reference)
+{
+    if (owner.kind == ElementKind::Use)
+        m_references.addReference(References::Kind::Use, owner.element, idIn(reference), m_line);
+    else if (owner.kind == ElementKind::Gradient)
+        m_references.addReference(References::Kind::Gradient, owner.element, idIn(reference),
+                                  m_line);
+}
+
+void Inspection::inspectPicture(std::string_view reference, int element)
+{
+    const QString text = decoded(reference);
+    if (text == QLatin1String(transparentPicture()))
+        return;
+    const qint64 pixels = pixelsOfPicture(text);
+    m_pixels += pixels;
+    if (pixels > 0 && m_pixels <= AdmissionLimits::picturePixels.most)
+        return;
+    m_pixels -= pixels;
+    m_foreignPictures.push_back(element);
+}
+
+void Inspection::finish()
+{
+    hold(m_selectors * m_elements, AdmissionLimits::styleComparisons);
+    if (m_hasDashes && m_lineOfLargeNumber > 0) {
+        setLine(m_lineOfLargeNumber);
+        exceed(AdmissionLimits::magnitude);
+    }
+    if (!m_refusal.isEmpty())
+        return;
+    if (const auto excess = m_references.excess(m_hasCanvas && !m_isCanvasAnimated)) {
+        setLine(excess->line);
+        exceed(excess->limit);
+    }
+}

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include "AdmissionLimits_p.h"
+#include "MarkupRoles_p.h"
+#include "References_p.h"
+#include "XmlAttribute_p.h"
+
+#include <QString>
+
+#include <string_view>
+#include <vector>
+
+/// Holds the elements, attributes and characters of a title, in the order in which they are read,
+/// against the limits. All text is UTF-8.
+class Inspection
+{
+public:
+    /// Where the reading is, for what a refusal says.
+    void setLine(qint64 line) { m_line = line; }
+
+    void startElement(std::string_view name, const std::vector<XmlAttribute> &attributes);
+    void endElement();
+    void characters(std::string_view text);
+    void processingInstruction(std::string_view target);
+
+    /// To be called behind the root.
+    void finish();
+
+    /// Whether the root has ended.
+    bool isBehindRoot() const { return m_elements > 0 && m_open.empty(); }
+
+    /// Only the first refusal counts.
+    void refuse(const QString &refusal);
+    void refuseHere(const QString &reason);
+    void exceed(const AdmissionLimit &limit);
+    void hold(qint64 amount, const AdmissionLimit &limit);
+
+    /// One line, or empty.
+    const QString &refusal() const { return m_refusal; }
+
+    /// Whether something has to be taken out of the text: "xml-stylesheet" instructions, and what
+    /// the image elements of these numbers, in document order, refer to.
+    bool mustTakeOut() const { return m_hasStyleInstruction || !m_foreignPictures.empty(); }
+    const std::vector<int> &foreignPictures() const { return m_foreignPictures; }
+
+private:
+    struct Open
+    {
+        int element;
+        ElementKind kind;
+        int stops;
+    };
+
+    void inspectStyleSheet(std::string_view text);
+    void inspectStyle(std::string_view text);
+    void inspectAttributes(const std::vector<XmlAttribute> &attributes, const Open &owner);
+    void inspectValue(AttributeRole role, std::string_view value, const Open &owner,
+                      std::string_view animated);
+    void inspectNumbers(std::string_view value, const AdmissionLimit &count);
+    void inspectLooseNumbers(std::string_view value);
+    void inspectAnimatedName(std::string_view value);
+    void inspectAnimatedValue(std::string_view animated, std::string_view value);
+    void addReference(const Open &owner, std::string_view reference);
+    void inspectPicture(std::string_view reference, int element);
+
+    qint64 m_line = 1;
+    QString m_refusal;
+
+    std::vector<Open> m_open; // from the root to the current element
+    int m_elements = 0;
+    int m_texts = 0; // open ones
+    qint64 m_characters = 0;
+    qint64 m_styleSheet = 0;
+    qint64 m_selectors = 0;
+    bool m_hasDashes = false;
+    qint64 m_lineOfLargeNumber = 0;
+    bool m_hasCanvas = false;
+    bool m_isCanvasAnimated = false;
+    References m_references;
+
+    bool m_hasStyleInstruction = false;
+    std::vector<int> m_foreignPictures; // by number of the element
+    qint64 m_pixels = 0;
+};
