@@ -17,7 +17,7 @@ struct AdmissionLimit
 namespace AdmissionLimits {
 
 // A tree takes up to 55 times the memory of its text.
-constexpr AdmissionLimit textSize{"text size in bytes", 16 * 1024 * 1024};
+constexpr AdmissionLimit textSize{"text size in bytes", 16LL * 1024 * 1024};
 
 // A bare element takes about 230 bytes of the tree, one with five attributes 2.7 KB.
 constexpr AdmissionLimit elements{"number of elements", 200'000};
@@ -30,7 +30,7 @@ constexpr AdmissionLimit nestingDepth{"nesting depth", 256};
 constexpr AdmissionLimit attributes{"number of attributes of an element", 256};
 
 // Working a value out copies it several times; one of a path of 32,767 curves has 1 MB.
-constexpr AdmissionLimit attributeLength{"attribute length", 1024 * 1024};
+constexpr AdmissionLimit attributeLength{"attribute length", 1024LL * 1024};
 
 // The layout of a text keeps about 100 bytes a character, for every frame anew.
 constexpr AdmissionLimit textLength{"text length", 100'000};
@@ -76,7 +76,7 @@ constexpr AdmissionLimit styleComparisons{"number of elements times selectors", 
 
 // Pictures stand in the text as base64. A picture of a few kilobytes can unpack to gigabytes:
 // Qt 5 knows no limit of its own.
-constexpr AdmissionLimit pictureLength{"picture length", 12 * 1024 * 1024};
-constexpr AdmissionLimit picturePixels{"number of pixels of all pictures", 16 * 1024 * 1024};
+constexpr AdmissionLimit pictureLength{"picture length", 12LL * 1024 * 1024};
+constexpr AdmissionLimit picturePixels{"number of pixels of all pictures", 16LL * 1024 * 1024};
 
 } // namespace AdmissionLimits
