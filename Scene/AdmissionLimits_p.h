@@ -39,7 +39,7 @@ constexpr AdmissionLimit textLength{"text length", 100'000};
 // stand for 4,096 characters, which is where the stream reader stops.
 constexpr AdmissionLimit declaredEntities{"number of declared entities", 256};
 constexpr AdmissionLimit entityReferences{"number of entity references", 1'000};
-constexpr AdmissionLimit documentTypeSize{"document type size in bytes", 64 * 1024};
+constexpr AdmissionLimit documentTypeSize{"document type size in bytes", 64LL * 1024};
 
 // The renderer follows references by recursion: about 190 bytes of stack a "use", 111 a gradient,
 // and it looks through the whole chain at every level.
@@ -59,7 +59,7 @@ constexpr AdmissionLimit usesBesideRingWithoutCanvas{
 constexpr AdmissionLimit gradientStops{"number of gradient stops", 4'096};
 
 // The renderer drops what stands behind 32,767 points of a path; an arc has 7 numbers.
-constexpr AdmissionLimit pathNumbers{"number of coordinates", 7 * 32'767};
+constexpr AdmissionLimit pathNumbers{"number of coordinates", 7LL * 32'767};
 
 // Dashes are looked through from the start for every dash that is drawn.
 constexpr AdmissionLimit dashes{"number of dashes", 1'024};
@@ -71,7 +71,7 @@ constexpr AdmissionLimit magnitude{"magnitude of numbers", 10'000'000};
 constexpr AdmissionLimit keyValues{"number of key values", 20'000};
 
 // Every selector of a style sheet is tried on every element.
-constexpr AdmissionLimit styleSheetSize{"style sheet size", 256 * 1024};
+constexpr AdmissionLimit styleSheetSize{"style sheet size", 256LL * 1024};
 constexpr AdmissionLimit styleComparisons{"number of elements times selectors", 20'000'000};
 
 // Pictures stand in the text as base64. A picture of a few kilobytes can unpack to gigabytes:

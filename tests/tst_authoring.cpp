@@ -3,6 +3,8 @@
 
 #include "TitleTest.h"
 
+#include <Scene/TitleSvgItem.h>
+
 #include <QSet>
 
 #include <memory>
@@ -197,6 +199,10 @@ const std::vector<AttributeRow> attributeRows{
         {"animate-style.svg", "a", "fill", 1000, "#0000ff"},
         {"animate-gradient.svg", "a", "stop-color", 1000, "#0000ff"},
         {"set.svg", "a", "fill", 1000, "red"},
+        {"animate-kind.svg", "a", "x", 2000, "0.000"},
+        {"animate-list-text.svg", "a", "transform", 2000, "translate(40.000 20.000)"},
+        {"animate-trailing.svg", "a", "x", 2000, "20.000"},
+        {"animate-trailing.svg", "a", "x", 3000, "10.000"},
         {"use-href-visibility.svg", "one", "visibility", 0, "hidden"},
         {"use-href-visibility.svg", "two", "visibility", 0, nullptr},
         {"use-visibility.svg", "one", "visibility", 0, "hidden"},
@@ -263,6 +269,10 @@ const std::vector<PixelRow> pixelRows{
         {"animate-transform-two.svg", 2000, 45, 25, "#ffff0000"},
         {"animate-color-element.svg", 4000, 5, 5, "#ffff0000"},
         {"animate-color-element.svg", 9000, 5, 5, "#ffff0000"},
+        {"animate-color-before.svg", 500, 40, 45, "#ffff0000"},
+        {"animate-color-before.svg", 500, 120, 20, "#00000000"},
+        {"animate-color-before.svg", 500, 120, 70, "#ff00ff00"},
+        {"animate-color-before.svg", 1500, 40, 45, "#ff0000ff"},
         {"use-href.svg", 0, 25, 5, "#ffff0000"},
         {"use-href.svg", 0, 65, 5, "#ffff0000"},
         {"use-visibility-animated.svg", 500, 25, 5, "#00000000"},
@@ -404,6 +414,16 @@ QStringList sorted(const QSet<QString> &names)
     return list;
 }
 
+/// The names that the first group of a pattern matches, as names of templates.
+QStringList namesIn(const QString &text, const QString &pattern)
+{
+    QSet<QString> names;
+    auto all = QRegularExpression(pattern, QRegularExpression::MultilineOption).globalMatch(text);
+    while (all.hasNext())
+        names.insert(all.next().captured(1) + QStringLiteral(".svg"));
+    return sorted(names);
+}
+
 template <typename Row>
 void addFiles(const std::vector<Row> &rows, QSet<QString> *files)
 {
@@ -431,6 +451,7 @@ private Q_SLOTS:
     void pictures_data() { addRows(pictureRows); }
     void pictures();
     void showsNothing();
+    void closingPartEndsWithTheClip();
 
     void everyTemplateIsTried();
     void everyTemplateIsNamed();
@@ -498,6 +519,27 @@ void AuthoringTest::showsNothing()
         QVERIFY2(isBlank(shown(readExample(file), 0)), file);
 }
 
+/// The title of five seconds on a clip of ten: its closing part begins one second before the end.
+void AuthoringTest::closingPartEndsWithTheClip()
+{
+    const QString text = readExample("conclusion.svg");
+    TitleSvgItem item(text);
+    item.setDuration(10000);
+    const auto atClipTime = [&item](int ms) {
+        QImage picture(200, 130, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        item.setCurrentTime(ms);
+        item.paint(&painter, nullptr);
+        return picture;
+    };
+    COMPARE_PICTURES(atClipTime(1000), shown(text, 1000), 0);
+    COMPARE_PICTURES(atClipTime(9000), shown(text, 4000), 0);
+    COMPARE_PICTURES(atClipTime(9500), shown(text, 4500), 0);
+    QVERIFY(atClipTime(1000) != atClipTime(9000));
+    QVERIFY(atClipTime(9000) != atClipTime(9500));
+}
+
 void AuthoringTest::everyTemplateIsTried()
 {
     QSet<QString> tried;
@@ -516,13 +558,11 @@ void AuthoringTest::everyTemplateIsTried()
 
 void AuthoringTest::everyTemplateIsNamed()
 {
-    static const QRegularExpression link(
-            QStringLiteral("\\]\\(\\.\\./tests/data/authoring/([^)]+)\\)"));
-    QSet<QString> named;
-    auto links = link.globalMatch(readText(QStringLiteral(TITLESCENE_AUTHORING)));
-    while (links.hasNext())
-        named.insert(links.next().captured(1));
-    QCOMPARE(sorted(named), templateNames());
+    const QString text = readText(QStringLiteral(TITLESCENE_AUTHORING));
+    const QString link = QStringLiteral("^\\[([\\w-]+)\\]: \\.\\./tests/data/authoring/\\1\\.svg$");
+    QCOMPARE(namesIn(text, link), templateNames());
+    const QString statement = QStringLiteral("\\[([\\w-]+)\\](?![:(])");
+    QCOMPARE(namesIn(text, statement), templateNames());
 }
 
 QTEST_MAIN(AuthoringTest)

@@ -153,7 +153,9 @@ void DocLinksTest::linksLeadSomewhere()
     QFETCH(QString, name);
     const QString path = sources().filePath(name);
     const QString text = withoutCodeBlocks(readText(path));
-    for (const QString &link : matches(text, QStringLiteral("\\]\\(([^)\\s]+)\\)"))) {
+    const QStringList links = matches(text, QStringLiteral("\\]\\(([^)\\s]+)\\)"))
+            + matches(text, QStringLiteral("^\\[[^\\]]+\\]: (\\S+)$"));
+    for (const QString &link : links) {
         if (link.contains(QLatin1String("://")))
             continue;
         const QString file = link.section(QLatin1Char('#'), 0, 0);
