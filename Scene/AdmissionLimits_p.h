@@ -17,7 +17,7 @@ struct AdmissionLimit
 namespace AdmissionLimits {
 
 // A tree takes up to 55 times the memory of its text.
-constexpr AdmissionLimit textSize{"text size in bytes", 16 * 1024 * 1024};
+constexpr AdmissionLimit textSize{"text size in bytes", 16LL * 1024 * 1024};
 
 // A bare element takes about 230 bytes of the tree, one with five attributes 2.7 KB.
 constexpr AdmissionLimit elements{"number of elements", 200'000};
@@ -30,7 +30,7 @@ constexpr AdmissionLimit nestingDepth{"nesting depth", 256};
 constexpr AdmissionLimit attributes{"number of attributes of an element", 256};
 
 // Working a value out copies it several times; one of a path of 32,767 curves has 1 MB.
-constexpr AdmissionLimit attributeLength{"attribute length", 1024 * 1024};
+constexpr AdmissionLimit attributeLength{"attribute length", 1024LL * 1024};
 
 // The layout of a text keeps about 100 bytes a character, for every frame anew.
 constexpr AdmissionLimit textLength{"text length", 100'000};
@@ -39,7 +39,7 @@ constexpr AdmissionLimit textLength{"text length", 100'000};
 // stand for 4,096 characters, which is where the stream reader stops.
 constexpr AdmissionLimit declaredEntities{"number of declared entities", 256};
 constexpr AdmissionLimit entityReferences{"number of entity references", 1'000};
-constexpr AdmissionLimit documentTypeSize{"document type size in bytes", 64 * 1024};
+constexpr AdmissionLimit documentTypeSize{"document type size in bytes", 64LL * 1024};
 
 // The renderer follows references by recursion: about 190 bytes of stack a "use", 111 a gradient,
 // and it looks through the whole chain at every level.
@@ -59,7 +59,7 @@ constexpr AdmissionLimit usesBesideRingWithoutCanvas{
 constexpr AdmissionLimit gradientStops{"number of gradient stops", 4'096};
 
 // The renderer drops what stands behind 32,767 points of a path; an arc has 7 numbers.
-constexpr AdmissionLimit pathNumbers{"number of coordinates", 7 * 32'767};
+constexpr AdmissionLimit pathNumbers{"number of coordinates", 7LL * 32'767};
 
 // Dashes are looked through from the start for every dash that is drawn.
 constexpr AdmissionLimit dashes{"number of dashes", 1'024};
@@ -71,12 +71,12 @@ constexpr AdmissionLimit magnitude{"magnitude of numbers", 10'000'000};
 constexpr AdmissionLimit keyValues{"number of key values", 20'000};
 
 // Every selector of a style sheet is tried on every element.
-constexpr AdmissionLimit styleSheetSize{"style sheet size", 256 * 1024};
+constexpr AdmissionLimit styleSheetSize{"style sheet size", 256LL * 1024};
 constexpr AdmissionLimit styleComparisons{"number of elements times selectors", 20'000'000};
 
 // Pictures stand in the text as base64. A picture of a few kilobytes can unpack to gigabytes:
 // Qt 5 knows no limit of its own.
-constexpr AdmissionLimit pictureLength{"picture length", 12 * 1024 * 1024};
-constexpr AdmissionLimit picturePixels{"number of pixels of all pictures", 16 * 1024 * 1024};
+constexpr AdmissionLimit pictureLength{"picture length", 12LL * 1024 * 1024};
+constexpr AdmissionLimit picturePixels{"number of pixels of all pictures", 16LL * 1024 * 1024};
 
 } // namespace AdmissionLimits

@@ -14,7 +14,7 @@ namespace {
 
 bool startsWith(const char *text, const char *end, const char *start)
 {
-    const std::ptrdiff_t length = std::ptrdiff_t(std::strlen(start));
+    const auto length = std::ptrdiff_t(std::strlen(start));
     return end - text >= length && std::equal(start, start + length, text);
 }
 

@@ -56,7 +56,7 @@ QClipboard::Mode clipboardModeFor(const QKeyEvent &event, const QClipboard &clip
 /// Not every source of rich text gives its plain text, too.
 QString plainText(const QMimeData &data)
 {
-    const QString text = data.text();
+    QString text = data.text();
     if (!text.isEmpty())
         return text;
     return QTextDocumentFragment::fromHtml(data.html())

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void quirksArePinned();
     void architectureNamesEveryFile();
     void architectureNamesFilesThatExist();
+    void architectureNamesCodeThatExists();
 };
 
 namespace {
@@ -152,7 +153,9 @@ void DocLinksTest::linksLeadSomewhere()
     QFETCH(QString, name);
     const QString path = sources().filePath(name);
     const QString text = withoutCodeBlocks(readText(path));
-    for (const QString &link : matches(text, QStringLiteral("\\]\\(([^)\\s]+)\\)"))) {
+    const QStringList links = matches(text, QStringLiteral("\\]\\(([^)\\s]+)\\)"))
+            + matches(text, QStringLiteral("^\\[[^\\]]+\\]: (\\S+)$"));
+    for (const QString &link : links) {
         if (link.contains(QLatin1String("://")))
             continue;
         const QString file = link.section(QLatin1Char('#'), 0, 0);
@@ -218,6 +221,26 @@ void DocLinksTest::architectureNamesFilesThatExist()
     for (const QString &name : namesOfArchitecture()) {
         const QString first = filesNamed(name).constFirst();
         QVERIFY2(QFileInfo::exists(sources().filePath(first)), qPrintable(first));
+    }
+}
+
+/// Functions, members and classes are words of the library's sources.
+void DocLinksTest::architectureNamesCodeThatExists()
+{
+    QString code;
+    const QStringList patterns{QStringLiteral("*.h"), QStringLiteral("*.cpp"),
+                               QStringLiteral("CMakeLists.txt")};
+    for (const QString &file : namesBelow(QStringLiteral("Scene"), patterns))
+        code += readText(sources().filePath(file));
+    const QString text =
+            withoutCodeBlocks(readText(sources().filePath(QStringLiteral("docs/architecture.md"))));
+    const QStringList names =
+            matches(text, QStringLiteral("`(?:\\w+::)?([A-Za-z_]\\w+)(?:\\(\\))?`"));
+    QVERIFY(names.size() > 30);
+    for (const QString &name : names) {
+        const QRegularExpression word(QStringLiteral("\\b%1\\b").arg(name));
+        const bool isTest = name.startsWith(QLatin1String("tst_"));
+        QVERIFY2(isTest || code.contains(word), qPrintable(name));
     }
 }
 

@@ -185,7 +185,7 @@ void AbstractDecorator::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 
 QVariant AbstractDecorator::itemChange(GraphicsItemChange change, const QVariant &value)
 {
-    const QVariant result = QGraphicsObject::itemChange(change, value);
+    QVariant result = QGraphicsObject::itemChange(change, value);
     switch (change) {
     case ItemTransformHasChanged:
     case ItemScenePositionHasChanged:

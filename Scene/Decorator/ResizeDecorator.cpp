@@ -63,10 +63,10 @@ ResizeDecorator::ResizeDecorator(QGraphicsObject *child, QGraphicsItem *parent,
          {Qt::TopLeftSection, Qt::TopRightSection, Qt::BottomLeftSection, Qt::BottomRightSection,
           Qt::TopSection, Qt::BottomSection, Qt::LeftSection, Qt::RightSection})
         createHandle(section);
-    updateDecoration();
+    ResizeDecorator::updateDecoration();
     adjustToChild();
     setUpChildConnections();
-    updateDecoration();
+    ResizeDecorator::updateDecoration();
 }
 
 ResizeDecorator::~ResizeDecorator()

@@ -28,10 +28,10 @@ RotateDecorator::RotateDecorator(QGraphicsObject *child, QGraphicsItem *parent)
       m_rotateHandle(new ResizeHandleItem(QRectF(0.0, 0.0, handleSize, handleSize), this))
 {
     updateTransformCenter();
-    updateDecoration();
+    RotateDecorator::updateDecoration();
     adjustToChild();
     setUpChildConnections();
-    updateDecoration();
+    RotateDecorator::updateDecoration();
 }
 
 RotateDecorator::~RotateDecorator() = default;
