@@ -50,6 +50,7 @@ public:
     QObject *stylingObject() const;
     void setStylingObject(QObject *object);
 
+    /// Around the child and the handles; on a scene, as they were at the last updateDecoration().
     QRectF boundingRect() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
@@ -93,10 +94,12 @@ protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
+    void adoptBounds();
+
     QPointer<QGraphicsObject> m_child;
+    QRectF m_bounds; // as the scene knows it
     qreal m_viewScale = 1.0;
     bool m_moved = false;
-    bool m_leavingScene = false;
     QPointer<QObject> m_stylingObject;
     bool m_highlighted = false;
 };
