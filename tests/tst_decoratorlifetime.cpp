@@ -120,6 +120,8 @@ private Q_SLOTS:
     void childInTwoFrames();
     void childTellsOfItsEnd_data();
     void childTellsOfItsEnd();
+    void leavesTheIndexOfItsScene_data();
+    void leavesTheIndexOfItsScene();
     void emptyFrame();
     void frameAroundNothing();
 };
@@ -315,6 +317,42 @@ void DecoratorLifetimeTest::childTellsOfItsEnd()
     decorator.reset();
     QCOMPARE(updates, 0);
     QCOMPARE(CountedChild::count(), 0);
+}
+
+void DecoratorLifetimeTest::leavesTheIndexOfItsScene_data()
+{
+    QTest::addColumn<Frame>("frame");
+
+    for (const Frame frame : allFrames())
+        QTest::newRow(qPrintable(nameOf(frame))) << frame;
+}
+
+/// The index has the frame where it was before its child shrank.
+void DecoratorLifetimeTest::leavesTheIndexOfItsScene()
+{
+    QFETCH(const Frame, frame);
+
+    World world(frame);
+    for (int i = 0; i < 100; ++i)
+        world.scene->addRect(-500.0 + 10.0 * i, -500.0 + 10.0 * i, 5.0, 5.0);
+    world.child->setRect(QRectF(-500.0, -500.0, 1000.0, 1000.0));
+    world.decorator->updateDecoration();
+    const auto isFound = [&world](const QRectF &area) {
+        QGraphicsItem *const item = world.decorator;
+        return world.scene->items(area).contains(item);
+    };
+    const QRectF corner(400.0, 400.0, 100.0, 100.0);
+    QVERIFY(isFound(corner));
+
+    world.child->setRect(QRectF(0.0, 0.0, 10.0, 10.0));
+    world.decorator->updateDecoration();
+    world.helper->removeItem(world.decorator);
+    QVERIFY(!world.decorator->scene());
+    QVERIFY(world.decorator->boundingRect().width() < 100.0);
+    delete world.decorator;
+    QVERIFY(!world.child);
+    QVERIFY(!isFound(corner));
+    QCOMPARE(world.scene->items(corner).size(), 10);
 }
 
 /// What remains without the child is a frame around nothing, which still can be moved.

@@ -12,13 +12,6 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
-
-/// More than any scene.
-constexpr QRectF everywhere(-1e9, -1e9, 2e9, 2e9);
-
-} // namespace
-
 AbstractDecorator::AbstractDecorator(QGraphicsObject *child, QGraphicsItem *parent)
     : QGraphicsObject(parent), m_child(child)
 {
@@ -30,8 +23,10 @@ AbstractDecorator::AbstractDecorator(QGraphicsObject *child, QGraphicsItem *pare
     if (m_child) {
         m_child->setFlag(ItemIsMovable, false);
         m_child->setFlag(ItemIsSelectable, false);
+        connect(m_child, &QObject::destroyed, this, &AbstractDecorator::adoptBounds);
     }
     setFlag(ItemIsSelectable);
+    connect(this, &AbstractDecorator::decorationChanged, this, &AbstractDecorator::adoptBounds);
 }
 
 /// The child is deleted last, when this is no decorator any more that could follow its signals.
@@ -72,11 +67,20 @@ QRectF AbstractDecorator::childRect() const
     return m_child ? m_child->mapRectToParent(m_child->boundingRect()) : QRectF();
 }
 
-/// The scene's index looks for an item that leaves where it is by then. The rectangle follows the
-/// child, though, which may have shrunk before anybody could tell the index.
+/// A scene looks for an item where it was told that the item is. So what it is told only changes
+/// with an announcement, while the child may shrink before anybody knows.
 QRectF AbstractDecorator::boundingRect() const
 {
-    return m_leavingScene ? everywhere : childrenBoundingRect();
+    return scene() ? m_bounds : childrenBoundingRect();
+}
+
+void AbstractDecorator::adoptBounds()
+{
+    const QRectF bounds = childrenBoundingRect();
+    if (bounds == m_bounds)
+        return;
+    prepareGeometryChange();
+    m_bounds = bounds;
 }
 
 void AbstractDecorator::paint(QPainter *, const QStyleOptionGraphicsItem *, QWidget *) {}
@@ -193,11 +197,9 @@ QVariant AbstractDecorator::itemChange(GraphicsItemChange change, const QVariant
     case ItemScaleHasChanged:
         Q_EMIT geometryChanged();
         break;
-    case ItemSceneChange:
-        m_leavingScene = scene();
-        break;
     case ItemSceneHasChanged:
-        m_leavingScene = false;
+        if (scene())
+            adoptBounds();
         break;
     case ItemPositionChange:
         if ((flags() & ItemIsMovable) && scene() && scene()->mouseGrabberItem() == this)

@@ -56,7 +56,7 @@ public:
     /// Takes the pens from \a object, which is not owned and may be null, and repaints the frame.
     void setStylingObject(QObject *object);
 
-    /// What the child items cover: the decorated item and the handles.
+    /// Around the child and the handles; on a scene, as they were at the last updateDecoration().
     QRectF boundingRect() const override;
 
     /// Draws nothing.
@@ -113,10 +113,12 @@ protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
+    void adoptBounds();
+
     QPointer<QGraphicsObject> m_child;
+    QRectF m_bounds; // as the scene knows it
     qreal m_viewScale = 1.0;
     bool m_moved = false;
-    bool m_leavingScene = false;
     QPointer<QObject> m_stylingObject;
     bool m_highlighted = false;
 };

@@ -38,8 +38,12 @@ RotateDecorator::~RotateDecorator() = default;
 
 void RotateDecorator::setRotateHandleItem(QGraphicsItem *item)
 {
-    if (item != m_rotateHandle)
-        delete std::exchange(m_rotateHandle, item);
+    QGraphicsItem *const replaced = std::exchange(m_rotateHandle, item);
+    if (replaced && replaced != item) {
+        // Qt's rectangle around all children keeps one that is deleted as a child.
+        replaced->setParentItem(nullptr);
+        delete replaced;
+    }
     updateDecoration();
 }
 

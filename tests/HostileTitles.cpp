@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "HostileTitles.h"
+
+#include "HostileParts.h"
+
+QString redRect()
+{
+    return QStringLiteral("<rect x=\"10\" y=\"10\" width=\"30\" height=\"20\" fill=\"#ff0000\"/>");
+}
+
+QString imageElement(const QString &reference)
+{
+    return QStringLiteral("<image width=\"100\" height=\"50\" xlink:href=\"%1\"/>").arg(reference);
+}
+
+std::vector<RefusedTitle> refusedTitles()
+{
+    std::vector<RefusedTitle> titles;
+    const auto add = [&titles](const char *name, const QString &text, const QString &refusal) {
+        titles.push_back({{name, text.toUtf8()}, refusal});
+    };
+    const QString rect = redRect();
+    const QString entity =
+            QStringLiteral("<!ENTITY a \"%1\">").arg(QString(4000, QLatin1Char('x')));
+    add("entities in entities", declared(entityLevels(10), QStringLiteral("<text>&e9;</text>")),
+        QStringLiteral("entity expansion limit"));
+    add("entities in entities in an attribute",
+        declared(entityLevels(10), QStringLiteral("<g id=\"&e9;\"/>")),
+        QStringLiteral("entity expansion limit"));
+    add("long entity often",
+        declared(entity, QStringLiteral("<text>%1</text>").arg(repeated("&a;", 1001))),
+        QStringLiteral("entity references"));
+    add("long entity in many elements", declared(entity, repeated("<text>&a;</text>", 1001)),
+        QStringLiteral("entity references"));
+    add("entity of itself",
+        declared(QStringLiteral("<!ENTITY a \"&a;\">"), QStringLiteral("<text>&a;</text>")),
+        QStringLiteral("Self-referencing entity"));
+    add("nested content model",
+        declared(QStringLiteral("<!ELEMENT a %1b%2>")
+                         .arg(repeated("(", 70000), repeated(")", 70000)),
+                 rect),
+        QStringLiteral("more than entities"));
+    add("default attributes", declared(QStringLiteral("<!ATTLIST g a CDATA \"v\">"), rect),
+        QStringLiteral("more than entities"));
+    add("many entities", declared(repeated("<!ENTITY a \"b\">", 257), rect),
+        QStringLiteral("declared entities"));
+    add("parameter entities", declared(QStringLiteral("<!ENTITY % a \"b\">"), rect),
+        QStringLiteral("more than entities"));
+    add("deep nesting", svgTitle(repeated("<g>", 10000) + rect + repeated("</g>", 10000)),
+        QStringLiteral("nesting depth"));
+    add("never closed", svgTitle(repeated("<g>", 100000)), QStringLiteral("nesting depth"));
+    add("many elements", svgTitle(repeated("<g/>", 200000)), QStringLiteral("number of elements"));
+    add("many attributes", svgTitle(attributes(100000)), QStringLiteral("number of attributes"));
+    add("large text", svgTitle(repeated("<!-- -->", 2100000)), QStringLiteral("text size"));
+    add("long words", svgTitle(QStringLiteral("<text>%1</text>").arg(repeated("word ", 20001))),
+        QStringLiteral("text length"));
+
+    add("use of use", svgTitle(useLevels(30, 2)), QStringLiteral("drawn elements"));
+    add("use of use without a view box", withoutViewBox(useLevels(26, 2)),
+        QStringLiteral("drawn elements"));
+    add("four wide levels of use", svgTitle(useLevels(4, 100)), QStringLiteral("drawn elements"));
+    add("chain of use", svgTitle(useLevels(2000, 1)), QStringLiteral("depth of use"));
+    add("chain of use without a view box", withoutViewBox(useLevels(2000, 1)),
+        QStringLiteral("depth of use"));
+    add("heavy group often",
+        svgTitle(QStringLiteral("<g id=\"a\">%1</g>").arg(repeated("<g/>", 2000))
+                 + repeated("<use xlink:href=\"#a\"/>", 2000)),
+        QStringLiteral("drawn elements"));
+    add("use of use that an animation makes",
+        svgTitle(useLevels(4, 100).replace(
+                QStringLiteral("<use xlink:href=\"#l3\"/>"),
+                QStringLiteral("<use><animate attributeName=\"xlink:href\" values=\"#l3;#l2\" "
+                               "dur=\"1s\"/></use>"))),
+        QStringLiteral("drawn elements"));
+    add("ring with many uses",
+        svgTitle(QStringLiteral("<g id=\"a\"><use xlink:href=\"#b\"/></g><g id=\"b\">%1</g>")
+                         .arg(repeated("<use xlink:href=\"#a\"/>", 64))),
+        QStringLiteral("ring of references"));
+    add("chain of gradients", svgTitle(gradients(1000)), QStringLiteral("depth of gradient"));
+    add("many stops",
+        svgTitle(QStringLiteral("<linearGradient>%1</linearGradient>")
+                         .arg(repeated("<stop/>", 10000))),
+        QStringLiteral("gradient stops"));
+
+    add("dashes that get nowhere",
+        withoutViewBox(QStringLiteral("<path stroke=\"blue\" d=\"M -1e20 -1e20 L -1e20 0 H 2\" "
+                                      "stroke-dasharray=\"50\"/>")),
+        QStringLiteral("magnitude"));
+    add("animated dashes that get nowhere",
+        withoutViewBox(QStringLiteral(
+                "<path stroke=\"blue\" d=\"M 0 0 H 2\" stroke-dasharray=\"50\">"
+                "<animate attributeName=\"d\" to=\"M -1e20 -1e20 H 2\" dur=\"1s\"/></path>")),
+        QStringLiteral("magnitude"));
+    add("scales to infinity",
+        svgTitle(repeated("<g transform=\"scale(1e30)\">", 20) + rect + repeated("</g>", 20)),
+        QStringLiteral("magnitude"));
+    add("long dash pattern",
+        svgTitle(QStringLiteral("<path d=\"M 0 9 H 90\" stroke=\"red\" stroke-dasharray=\"%1\"/>")
+                         .arg(repeated("1,2,", 50000))),
+        QStringLiteral("number of dashes"));
+    add("long path", svgTitle(QStringLiteral("<path d=\"M0 0%1\"/>").arg(repeated("L1 1", 120000))),
+        QStringLiteral("coordinates"));
+    add("long list of transforms",
+        svgTitle(QStringLiteral("<g transform=\"%1\"/>").arg(repeated("rotate(1)", 230000))),
+        QStringLiteral("attribute length"));
+    add("long style",
+        svgTitle(QStringLiteral("<g style=\"%1\"/>").arg(repeated("fill:red;", 120000))),
+        QStringLiteral("attribute length"));
+    add("many rules for many elements",
+        svgTitle(QStringLiteral("<style>%1</style>").arg(repeated(".c{fill:red}", 5000))
+                 + repeated("<g/>", 5000)),
+        QStringLiteral("times selectors"));
+    add("nested brackets in a style sheet",
+        svgTitle(QStringLiteral("<style>%1</style>").arg(repeated("a(", 200000))),
+        QStringLiteral("style sheet size"));
+    add("many key values",
+        svgTitle(QStringLiteral("<animate attributeName=\"x\" values=\"%1\"/>")
+                         .arg(repeated("1;", 20001))),
+        QStringLiteral("key values"));
+    add("begin that overflows",
+        svgTitle(animated(
+                "animateTransform",
+                "type=\"rotate\" from=\"0\" to=\"9\" begin=\"-2147483648ms\" dur=\"1ms\"")),
+        QStringLiteral("times of an animation"));
+    add("deeply nested clip paths",
+        svgTitle(repeated("<clipPath>", 2000) + rect + repeated("</clipPath>", 2000)),
+        QStringLiteral("nesting depth"));
+    return titles;
+}
+
+std::vector<HostileTitle> harmlessTitles()
+{
+    std::vector<HostileTitle> titles;
+    const auto add = [&titles](const char *name, const QString &content) {
+        titles.push_back({name, svgTitle(content).toUtf8()});
+    };
+    const auto beside = [&add](const char *name, const QString &content) {
+        add(name, redRect() + content);
+    };
+    beside("use of itself", QStringLiteral("<use id=\"u\" xlink:href=\"#u\"/>"));
+    beside("uses of each other",
+           QStringLiteral("<g id=\"a\"><use xlink:href=\"#b\"/></g><g id=\"b\"><use "
+                          "xlink:href=\"#a\"/></g>"));
+    beside("gradients of each other",
+           QStringLiteral("<linearGradient id=\"b\" xlink:href=\"#c\"/><radialGradient id=\"c\" "
+                          "xlink:href=\"#b\"/>"));
+    beside("animations that wait for each other",
+           QStringLiteral("<g><animate id=\"a\" attributeName=\"x\" begin=\"b.end\" dur=\"1s\" "
+                          "from=\"0\" to=\"1\"/>"
+                          "<animate id=\"b\" attributeName=\"x\" begin=\"a.end\" dur=\"1s\" "
+                          "from=\"0\" to=\"1\"/></g>"));
+    beside("nested definitions",
+           repeated("<defs>", 250) + repeated("<g id=\"a\" visibility=\"x\"/>", 1000)
+                   + repeated("</defs>", 250));
+    beside("nested clip paths",
+           repeated("<clipPath>", 200) + repeated("<g/>", 10) + repeated("</clipPath>", 200));
+    beside("style sheet that imports",
+           QStringLiteral("<style>@import url(\"/dev/zero\"); @font-face { src: url(\"/dev/zero\") "
+                          "}</style>"));
+    beside("references that do not resolve",
+           QStringLiteral("<use xlink:href=\"/dev/zero#x\"/><use "
+                          "xlink:href=\"http://localhost/a.svg#x\"/>"));
+    beside("picture of another kind",
+           imageElement(QStringLiteral("data:image/svg+xml;base64,PHN2Zy8+")));
+    beside("picture without an end",
+           imageElement(QStringLiteral("data:image/png;base64,iVBORw0KGgo=")));
+    add("transform that began long ago",
+        animated("animateTransform",
+                 "attributeName=\"transform\" type=\"translate\" from=\"0\" to=\"0\""
+                 " begin=\"-2147483647ms\" dur=\"1ms\" repeatCount=\"indefinite\""));
+    add("transform without values",
+        animated("animateTransform",
+                 "attributeName=\"transform\" type=\"translate\" values=\";;;\" dur=\"1s\""));
+    add("colour that began long ago",
+        animated("animateColor",
+                 "attributeName=\"fill\" values=\"#ff0000;#ff0000\""
+                 " begin=\"-2147483647ms\" dur=\"1ms\" repeatCount=\"indefinite\""));
+    return titles;
+}
+
+std::vector<HostileTitle> titlesNamingFile()
+{
+    std::vector<HostileTitle> titles;
+    const auto add = [&titles](const char *name, const QString &text) {
+        titles.push_back({name, text.toUtf8()});
+    };
+    const auto addImage = [&add](const char *name, const char *reference) {
+        add(name, svgTitle(redRect() + imageElement(QLatin1String(reference))));
+    };
+    addImage("absolute", "%1");
+    addImage("behind spaces", " %1 ");
+    addImage("without its ending", "%1.");
+    addImage("file address", "file://%1");
+    addImage("file address without slashes", "file:%1");
+    addImage("network share", "/%1");
+    add("style sheet",
+        QStringLiteral("<?xml-stylesheet type=\"text/css\" href=\"%1\"?>") + svgTitle(redRect()));
+    add("style sheet by address",
+        QStringLiteral("<?xml-stylesheet type=\"text/css\" href=\"file://%1\"?>")
+                + svgTitle(redRect()));
+    return titles;
+}
