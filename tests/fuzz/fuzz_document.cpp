@@ -4,12 +4,14 @@
 #include "FuzzApplication.h"
 #include "FuzzCheck.h"
 #include "TitleInput.h"
+#include "TitleMutator.h"
 
 #include <Scene/SvgDocument.h>
 
 #include <QImage>
 #include <QPainter>
 
+#include <algorithm>
 #include <memory>
 
 // Everything that an editor does with a title, with any text and at any times. The pictures of two
@@ -82,6 +84,27 @@ void saveAndLoad(const TitleInput &input)
     frame(again, input.times.front());
 }
 
+QByteArray bytesOf(const quint8 *data, size_t size)
+{
+    return QByteArray(reinterpret_cast<const char *>(data), int(size));
+}
+
+/// Where the times of an input begin: at its NUL, or behind it when it has none.
+int timesStart(const QByteArray &input)
+{
+    const int end = input.indexOf('\0');
+    return end < 0 ? input.size() : end;
+}
+
+/// Keeps an input that does not fit as it is.
+size_t handBack(const QByteArray &input, quint8 *data, size_t size, size_t most)
+{
+    if (size_t(input.size()) > most)
+        return size;
+    std::copy(input.begin(), input.end(), data);
+    return size_t(input.size());
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
@@ -94,9 +117,41 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8 *data, size_t size)
 {
     if (size > longestTitle)
         return -1;
-    const TitleInput input(QByteArray(reinterpret_cast<const char *>(data), int(size)));
+    const TitleInput input(bytesOf(data, size));
     play(input);
     adjust(input);
     saveAndLoad(input);
     return 0;
+}
+
+extern "C" size_t LLVMFuzzerMutate(quint8 *data, size_t size, size_t most);
+
+// One change in twelve is of any bytes.
+extern "C" size_t LLVMFuzzerCustomMutator(quint8 *data, size_t size, size_t most, unsigned int seed)
+{
+    TitleMutator mutator(seed);
+    QByteArray input = bytesOf(data, size);
+    const int end = timesStart(input);
+    switch (seed % 12) {
+    case 0:
+        return LLVMFuzzerMutate(data, size, most);
+    case 1:
+        input = input.left(end) + '\0' + mutator.times();
+        break;
+    default:
+        input = mutator.mutated(input.left(end)) + input.mid(end);
+    }
+    return handBack(input, data, size, most);
+}
+
+extern "C" size_t LLVMFuzzerCustomCrossOver(const quint8 *first, size_t firstSize,
+                                            const quint8 *second, size_t secondSize, quint8 *out,
+                                            size_t most, unsigned int seed)
+{
+    TitleMutator mutator(seed);
+    const QByteArray target = bytesOf(first, firstSize);
+    const QByteArray source = bytesOf(second, secondSize);
+    const int end = timesStart(target);
+    const QByteArray crossed = mutator.crossed(target.left(end), source.left(timesStart(source)));
+    return handBack(crossed + target.mid(end), out, 0, most);
 }
