@@ -22,7 +22,7 @@ struct TitleInput
                 addTime(time);
         }
         if (times.empty())
-            times = {0, 700, std::numeric_limits<int>::max(), -1, std::numeric_limits<int>::min()};
+            times = {700, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
     }
 
     QString text;
@@ -33,7 +33,7 @@ private:
     {
         bool ok = false;
         const int ms = time.toInt(&ok);
-        if (ok && times.size() < 6)
+        if (ok && times.size() < 4)
             times.push_back(ms);
     }
 };

@@ -4,12 +4,14 @@
 #include "FuzzApplication.h"
 #include "FuzzCheck.h"
 #include "TitleInput.h"
+#include "TitleMutator.h"
 
 #include <Scene/SvgDocument.h>
 
 #include <QImage>
 #include <QPainter>
 
+#include <algorithm>
 #include <memory>
 
 // Everything that an editor does with a title, with any text and at any times. The pictures of two
@@ -35,14 +37,8 @@ QImage frame(SvgDocument &document, int ms)
     return picture;
 }
 
-QString savedText(const SvgDocument &document)
+void play(SvgDocument &document, const TitleInput &input)
 {
-    return QString::fromUtf8(document.data().left(int(document.size())));
-}
-
-void play(const TitleInput &input)
-{
-    SvgDocument document(input.text);
     SvgDocument plain(input.text);
     document.setBounds(QRectF(0.0, 0.0, 64.0, 36.0));
     plain.setBounds(document.bounds());
@@ -54,32 +50,52 @@ void play(const TitleInput &input)
     }
 }
 
-void adjust(const TitleInput &input)
+void clip(SvgDocument &document, int ms)
 {
-    SvgDocument document(input.text);
-    frame(document, input.times.front());
-    document.prepareAdjustedAttibutes({QStringLiteral("fill"), QStringLiteral("stroke"),
-                                       QStringLiteral("xlink:href"), QStringLiteral("id")});
-    for (const int ms : input.times) {
-        document.adjustAttribute(QStringLiteral("fill"), QStringLiteral("#0a64c8"));
-        document.adjustAttribute(QStringLiteral("xlink:href"), QStringLiteral("#a"));
-        frame(document, ms);
-    }
     const std::unique_ptr<SvgDocument> clipping(document.makeClippingDocument());
     FUZZ_CHECK(bool(clipping) == document.hasClipping());
     if (clipping)
-        frame(*clipping, input.times.back());
+        frame(*clipping, ms);
 }
 
-/// What was saved of a title is a title, too, unless a value that was written exceeds a limit.
-void saveAndLoad(const TitleInput &input)
+void adjust(SvgDocument &document, int ms)
 {
-    SvgDocument document(input.text);
-    document.applyAnimation(input.times.back());
+    const QString fill = QStringLiteral("fill");
+    const QString reference = QStringLiteral("xlink:href");
+    document.prepareAdjustedAttibutes({fill, reference, QStringLiteral("no such name")});
+    document.adjustAttribute(fill, QStringLiteral("#0a64c8"));
+    document.adjustAttribute(reference, QStringLiteral("#a"));
+    frame(document, ms);
+}
+
+/// What is saved of a title that can't be shown can't be shown either.
+void saveAndLoad(SvgDocument &document, int ms)
+{
     document.saveToBuffer();
-    SvgDocument again(savedText(document));
+    SvgDocument again(QString::fromUtf8(document.data().left(int(document.size()))));
     FUZZ_CHECK(!again.isLoaded() || document.isLoaded());
-    frame(again, input.times.front());
+    frame(again, ms);
+}
+
+QByteArray bytesOf(const quint8 *data, size_t size)
+{
+    return QByteArray(reinterpret_cast<const char *>(data), int(size));
+}
+
+/// Where the times of an input begin: at its NUL, or behind it when it has none.
+int timesStart(const QByteArray &input)
+{
+    const int end = input.indexOf('\0');
+    return end < 0 ? input.size() : end;
+}
+
+/// Keeps an input that does not fit as it is.
+size_t handBack(const QByteArray &input, quint8 *data, size_t size, size_t most)
+{
+    if (size_t(input.size()) > most)
+        return size;
+    std::copy(input.begin(), input.end(), data);
+    return size_t(input.size());
 }
 
 } // namespace
@@ -94,9 +110,43 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8 *data, size_t size)
 {
     if (size > longestTitle)
         return -1;
-    const TitleInput input(QByteArray(reinterpret_cast<const char *>(data), int(size)));
-    play(input);
-    adjust(input);
-    saveAndLoad(input);
+    const TitleInput input(bytesOf(data, size));
+    SvgDocument document(input.text);
+    play(document, input);
+    clip(document, input.times.front());
+    adjust(document, input.times.back());
+    saveAndLoad(document, input.times.front());
     return 0;
+}
+
+extern "C" size_t LLVMFuzzerMutate(quint8 *data, size_t size, size_t most);
+
+// One change in twelve is of any bytes.
+extern "C" size_t LLVMFuzzerCustomMutator(quint8 *data, size_t size, size_t most, unsigned int seed)
+{
+    TitleMutator mutator(seed);
+    QByteArray input = bytesOf(data, size);
+    const int end = timesStart(input);
+    switch (seed % 12) {
+    case 0:
+        return LLVMFuzzerMutate(data, size, most);
+    case 1:
+        input = input.left(end) + '\0' + mutator.times();
+        break;
+    default:
+        input = mutator.mutated(input.left(end)) + input.mid(end);
+    }
+    return handBack(input, data, size, most);
+}
+
+extern "C" size_t LLVMFuzzerCustomCrossOver(const quint8 *first, size_t firstSize,
+                                            const quint8 *second, size_t secondSize, quint8 *out,
+                                            size_t most, unsigned int seed)
+{
+    TitleMutator mutator(seed);
+    const QByteArray target = bytesOf(first, firstSize);
+    const QByteArray source = bytesOf(second, secondSize);
+    const int end = timesStart(target);
+    const QByteArray crossed = mutator.crossed(target.left(end), source.left(timesStart(source)));
+    return handBack(crossed + target.mid(end), out, 0, most);
 }
