@@ -286,8 +286,14 @@ void TestInspectProblems::findsProblems_data()
     content("symbol", "^<symbol/>", "not-drawn", "symbols can't be used");
     content("comp-op", "<rect ^comp-op='clear'/>", "comp-op", "changes what lies below the title");
     content("rgba", "<rect ^fill=\"rgba(255, 0, 0, 1)\"/>", "colour",
-            "a colour that is written as rgba() is drawn in another colour");
-    content("hsl", "<rect ^style='stroke:hsl(120,100%,50%)'/>", "colour", "hsl()");
+            "the colour rgba(255, 0, 0, 1) is drawn in another colour");
+    content("hsl", "<rect ^style='stroke:hsl(120,100%,50%)'/>", "colour",
+            "the colour hsl(120,100%,50%) is");
+    content("alpha in a colour", "<rect ^fill='#ff000080'/>", "colour", "the colour #ff000080 is");
+    content("left out",
+            "<g>\n^<animateTransform attributeName='transform' type='bend' from='0' to='1'\n "
+            "dur='1s'/></g>",
+            "left-out", "can't read this animateTransform element");
     content("font list", "<text ^font-family='Arial, sans-serif'>a</text>", "font-list",
             "a list of font families");
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "RendererMessages.h"
 #include "SourcePlaces.h"
 
 #include <boost/shared_ptr.hpp>
@@ -105,10 +106,14 @@ public:
     // The texts as they are once the library has saved its tree.
     const std::vector<SourceText> &savedTexts() const { return m_savedTexts; }
 
+    // The numbers of the elements that the renderer could not read and leaves out.
+    std::vector<int> leftOut() const;
+
     // How a person recognises an element: its name, and its id if it has one.
     QString label(int number) const;
 
 private:
+    void load(const QString &text);
     void readTree();
     void readAnimations();
     void readRest(Animation &animation) const;
@@ -118,6 +123,7 @@ private:
 
     QString m_name;
     SourcePlaces m_source;
+    std::vector<RendererMessages::LeftOut> m_leftOut;
     std::unique_ptr<SvgDocument> m_document;
     std::vector<QDomElement> m_tree;           // by number
     std::map<std::vector<int>, int> m_numbers; // by the element's place in the tree
