@@ -57,6 +57,10 @@ private Q_SLOTS:
     void refusesWithOneLine();
     void surviveHostileTexts_data();
     void surviveHostileTexts();
+    void keepsLongNamesShort_data();
+    void keepsLongNamesShort();
+    void keepsLinesWhole();
+    void reportsAFullDevice();
     void readsAPipeToItsEnd();
     void showsHelpAndVersion();
     void documentsWhatItPrints();
@@ -426,6 +430,49 @@ void TestInspect::surviveHostileTexts()
             runInspect({QStringLiteral("-"), QStringLiteral("--plot"), plot}, title);
     QVERIFY2(result.exitCode == exitCode, qPrintable(result.errors));
     QCOMPARE(bytesOf(plot).isEmpty(), exitCode == 2);
+}
+
+void TestInspect::keepsLongNamesShort_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("text") << QStringList();
+    QTest::newRow("JSON") << QStringList(QStringLiteral("--json"));
+}
+
+// Every animation tells of its element: together, the reports of this title would have gigabytes.
+void TestInspect::keepsLongNamesShort()
+{
+    QFETCH(const QStringList, arguments);
+    const QString id(1000000, QLatin1Char('n'));
+    const QString animation = QStringLiteral("<animate attributeName='x' values='0;1' dur='1s'/>");
+    const InspectResult result = inspectTitle(
+            svgTitle(QStringLiteral("<rect id='%1'>%2</rect>").arg(id, animation.repeated(2000))),
+            arguments);
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(result.output.contains(QLatin1String("nnnnnnnnnn")));
+    QVERIFY(result.output.size() < 10000000);
+}
+
+void TestInspect::keepsLinesWhole()
+{
+    const QString title = svgTitle(
+            QStringLiteral("<rect id='a&#10;b'><animate attributeName='x' values='0;1' dur='1s'"
+                           " begin='click&#9;&#10;click'/></rect>"));
+    const QString output = inspectTitle(title).output;
+    QVERIFY(output.contains(QLatin1String("  rect#a b  ")));
+    QVERIFY(output.contains(QLatin1String(": warning: the begin \"click  click\" is an event")));
+}
+
+void TestInspect::reportsAFullDevice()
+{
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(QStringLiteral(TITLESCENE_INSPECT), {QStringLiteral("-")});
+    process.write(cleanTitle().toUtf8());
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished(60000));
+    QCOMPARE(process.exitCode(), 2);
+    QVERIFY(process.readAllStandardError().startsWith("titlescene-inspect: standard output: "));
 }
 
 // A writer that pauses: the second half comes when the first one has been read.

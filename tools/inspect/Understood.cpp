@@ -21,6 +21,8 @@
 
 namespace {
 
+constexpr int longestLabel = 40;
+
 QString attributeName()
 {
     return QStringLiteral("attributeName");
@@ -99,6 +101,15 @@ QString nameOf(Animation::Player player)
     return QStringLiteral("nobody");
 }
 
+QString shortened(const QString &text, int longest)
+{
+    QString line = text.size() > longest ? text.left(longest - 3) + QStringLiteral("...") : text;
+    std::replace_if(
+            line.begin(), line.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
+            QLatin1Char(' '));
+    return line;
+}
+
 QString idOfReference(const QString &reference)
 {
     return reference.startsWith(QLatin1Char('#')) ? reference.mid(1) : QString();
@@ -165,7 +176,8 @@ QString Understood::label(int number) const
 {
     const SourceElement &source = element(number);
     const QString id = source.value(QStringLiteral("id"));
-    return id.isEmpty() ? source.name : source.name + QLatin1Char('#') + id;
+    return shortened(id.isEmpty() ? source.name : source.name + QLatin1Char('#') + id,
+                     longestLabel);
 }
 
 void Understood::load(const QString &text)

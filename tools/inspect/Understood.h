@@ -109,7 +109,8 @@ public:
     // The numbers of the elements that the renderer could not read and leaves out.
     std::vector<int> leftOut() const;
 
-    // How a person recognises an element: its name, and its id if it has one.
+    // How a person recognises an element: its name, and its id if it has one. Not longer than
+    // would be read.
     QString label(int number) const;
 
 private:
@@ -134,6 +135,9 @@ private:
     std::vector<AdjustableColor> m_adjustableColors;
     std::vector<Definition> m_definitions;
 };
+
+// A text on one line, with "..." in place of what is beyond a length.
+QString shortened(const QString &text, int longest);
 
 // The id in "#id"; empty for anything else.
 QString idOfReference(const QString &reference);
