@@ -3,6 +3,7 @@
 
 #include "TitleTest.h"
 
+#include <Scene/AdjustableAttribute.h>
 #include <Scene/SvgDocument.h>
 
 #include <QDomDocument>
@@ -67,6 +68,7 @@ private Q_SLOTS:
     void replacesOnAllElementsThatHaveTheAttribute();
     void tellsNamesApart_data();
     void tellsNamesApart();
+    void tellsWhatItAdjusts();
 
     void changesNothingForUnknownNames_data();
     void changesNothingForUnknownNames();
@@ -575,6 +577,24 @@ void AdjustmentTest::skipsElementsThatAreGone()
     document.adjustAttribute(fill, mark);
     QCOMPARE(savedValues(document, fill), QString());
     QCOMPARE(savedTree(document).documentElement().nodeName(), QStringLiteral("svg"));
+}
+
+void AdjustmentTest::tellsWhatItAdjusts()
+{
+    SvgDocument document(svgTitle(QStringLiteral(
+            "<g fill=\"red\"><rect id=\"r\" fill=\"#00ff00\"/></g><rect fill=\"none\"/>")));
+    const QString fill = QStringLiteral("fill");
+    QCOMPARE(document.adjustableAttributes(fill).size(), std::size_t(0));
+
+    document.prepareAdjustedAttibutes({fill, QStringLiteral("stroke")});
+    document.adjustAttribute(fill, QStringLiteral("blue"));
+    const auto attributes = document.adjustableAttributes(fill);
+    QCOMPARE(attributes.size(), std::size_t(2));
+    QCOMPARE(attributes[0]->defaultValue(), QStringLiteral("red"));
+    QCOMPARE(attributes[1]->defaultValue(), QStringLiteral("#00ff00"));
+    QCOMPARE(attributes[1]->svgId(), QStringLiteral("r"));
+    QCOMPARE(document.adjustableAttributes(QStringLiteral("stroke")).size(), std::size_t(0));
+    QCOMPARE(document.adjustableAttributes(QStringLiteral("color")).size(), std::size_t(0));
 }
 
 QTEST_MAIN(AdjustmentTest)

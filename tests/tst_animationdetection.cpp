@@ -3,6 +3,7 @@
 
 #include "TitleTest.h"
 
+#include <Scene/AnimatableAttribute.h>
 #include <Scene/SvgDocument.h>
 
 #include <QDomDocument>
@@ -60,6 +61,7 @@ private Q_SLOTS:
     void animatesTheRoot();
     void leavesOtherAnimationsToTheRenderer();
     void changesNothingInTheTree();
+    void tellsWhatItFound();
 
     void parsesTheTextFirst();
     void readsRewrittenBegins();
@@ -499,6 +501,36 @@ void AnimationDetectionTest::readsNothingFromBrokenText()
     document.detectAnimatableAttibutes(latestEnd);
     QCOMPARE(latestEnd, 0);
     QCOMPARE(document.animationDurationTotal(), 0);
+}
+
+void AnimationDetectionTest::tellsWhatItFound()
+{
+    const SvgDocument document(svgTitle(QStringLiteral(
+            "<rect id=\"r\"><animate attributeName=\"x\" values=\"0;1;2\" begin=\"b.end+1s\""
+            " dur=\"2s\" repeatCount=\"3\" fill=\"freeze\"/></rect><g><animate id=\"b\""
+            " attributeName=\"transform\" from=\"scale(1)\" to=\"scale(1 2)\" dur=\"500ms\""
+            " repeatCount=\"indefinite\" calcMode=\"discrete\"/></g><g><animate/></g>")));
+    const auto animations = document.animations();
+    QCOMPARE(animations.size(), std::size_t(2));
+
+    const AnimatableAttribute &first = *animations[0];
+    QCOMPARE(first.svgId(), QStringLiteral("r"));
+    QCOMPARE(first.attributeName(), QStringLiteral("x"));
+    QCOMPARE(first.beginTime(), 1500);
+    QCOMPARE(first.endTime(), 3500);
+    QCOMPARE(first.repeatCount(), 3);
+    QCOMPARE(first.isFrozen(), true);
+    QCOMPARE(first.calcMode(), AnimatableAttribute::Linear);
+    QCOMPARE(first.valueCount(), 3);
+
+    const AnimatableAttribute &second = *animations[1];
+    QCOMPARE(second.beginTime(), 0);
+    QCOMPARE(second.endTime(), 500);
+    QVERIFY(second.repeatCount() < 0);
+    QCOMPARE(second.isFrozen(), false);
+    QCOMPARE(second.calcMode(), AnimatableAttribute::Discrete);
+    QCOMPARE(second.valueCount(), 0); // the numbers don't match
+    QCOMPARE(SvgDocument(svgTitle(QString())).animations().size(), std::size_t(0));
 }
 
 QTEST_MAIN(AnimationDetectionTest)

@@ -30,6 +30,10 @@ class TimeValuesTest : public WarningFreeTest
 private Q_SLOTS:
     void timeFromText_data();
     void timeFromText();
+    void tellsTimesFromOtherTexts_data();
+    void tellsTimesFromOtherTexts();
+    void readsReferences_data();
+    void readsReferences();
     void endIsBeginPlusDuration_data();
     void endIsBeginPlusDuration();
     void saturatedInt_data();
@@ -226,6 +230,63 @@ void TimeValuesTest::saturatedArithmeticIsExactOtherwise()
         QCOMPARE(saturatedSum(a, b), clamped(qint64(a) + b));
         QCOMPARE(saturatedDifference(a, b), clamped(qint64(a) - b));
     }
+}
+
+void TimeValuesTest::tellsTimesFromOtherTexts_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isTime");
+
+    for (const char *time : {"0", "0s", "2", " 1.5s ", "250ms", "-3s", "1e3ms", "inf"})
+        QTest::newRow(time) << QString::fromLatin1(time) << true;
+    for (const char *other : {"", " ", "s", "indefinite", "00:05", "5min", "1h", "a.end", "1;2",
+                              "2S", "nan", "1,5", "click"})
+        QTest::newRow(other) << QString::fromLatin1(other) << false;
+}
+
+void TimeValuesTest::tellsTimesFromOtherTexts()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isTime);
+    QCOMPARE(isTimeText(text), isTime);
+}
+
+void TimeValuesTest::readsReferences_data()
+{
+    QTest::addColumn<QString>("begin");
+    QTest::addColumn<QString>("id");
+    QTest::addColumn<bool>("fromBegin");
+    QTest::addColumn<int>("offset");
+
+    const auto row = [](const char *begin, const char *id, bool fromBegin, int offset) {
+        QTest::newRow(begin) << QString::fromLatin1(begin) << QString::fromLatin1(id) << fromBegin
+                             << offset;
+    };
+    row("a.end", "a", false, 0);
+    row("a.begin", "a", true, 0);
+    row("a.end+0.5s", "a", false, 500);
+    row("a.begin - 250ms", "a", true, -250);
+    row("a.end+-1s", "a", false, -1000);
+    row("a.end-x", "a", false, 0);
+    row("my-anim.end-1s", "my-anim", false, 0);
+    row("a.begin.end", "a", true, 0);
+    row("a.end.begin", "a.end", true, 0);
+    row("1s", "", false, 0);
+    row("-1s", "", false, 0);
+    row("a.click+1s", "", false, 0);
+    row(".end+1s", "", false, 0);
+}
+
+void TimeValuesTest::readsReferences()
+{
+    QFETCH(QString, begin);
+    QFETCH(QString, id);
+    QFETCH(bool, fromBegin);
+    QFETCH(int, offset);
+    const BeginReference reference = referenceInBegin(begin);
+    QCOMPARE(reference.id, id);
+    QCOMPARE(reference.fromBegin, fromBegin);
+    QCOMPARE(reference.offsetTime(), offset);
 }
 
 QTEST_APPLESS_MAIN(TimeValuesTest)

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void findsUsesOfADefinition();
     void keepsAnEmptyReferenceUnderTheEmptyId();
     void tellsDefinitionsApart();
+    void tellsTheUsesOfADefinition();
     void findsUsesBeforeTheDefinition();
     void findsUsesInTextThatTheRendererRefuses();
     void parsesTheTextFirst();
@@ -234,6 +235,18 @@ void UseElementsTest::findsUsesAgainInALaterTree()
     root.removeChild(root.lastChildElement());
     QVERIFY(hideFirstDefinition(document));
     QCOMPARE(hiddenElements(document), QStringList());
+}
+
+void UseElementsTest::tellsTheUsesOfADefinition()
+{
+    const SvgDocument document(
+            svgTitle(QStringLiteral("<defs><rect id=\"a\"/></defs><use id=\"u\" xlink:href=\"#a\"/>"
+                                    "<g><use id=\"v\" xlink:href=\"#a\"/></g>")));
+    const auto uses = document.usesOf(QStringLiteral("a"));
+    QCOMPARE(uses.size(), std::size_t(2));
+    QCOMPARE(uses[0]->svgId(), QStringLiteral("u"));
+    QCOMPARE(uses[1]->svgId(), QStringLiteral("v"));
+    QCOMPARE(document.usesOf(QStringLiteral("b")).size(), std::size_t(0));
 }
 
 QTEST_MAIN(UseElementsTest)

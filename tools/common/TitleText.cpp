@@ -24,13 +24,25 @@ bool open(QFile &file, const QString &titleName)
     return file.open(QIODevice::ReadOnly);
 }
 
+// Up to `most` bytes. A single read of a pipe gives what has been written so far.
+QByteArray readToEnd(QFile &file, qint64 most)
+{
+    QByteArray bytes;
+    QByteArray part;
+    do {
+        part = file.read(most - bytes.size());
+        bytes += part;
+    } while (!part.isEmpty() && bytes.size() < most);
+    return bytes;
+}
+
 QByteArray readBytes(const QString &titleName)
 {
     QFile file;
     if (!open(file, titleName))
         throw Failure(displayName(titleName), file.errorString());
 
-    const QByteArray bytes = file.read(mostBytes + 1);
+    const QByteArray bytes = readToEnd(file, mostBytes + 1);
     if (file.error() != QFileDevice::NoError)
         throw Failure(displayName(titleName), file.errorString());
     if (bytes.size() > mostBytes) {

@@ -13,6 +13,9 @@
 
 namespace {
 
+// An element can be told of very often.
+constexpr int longestId = 1000;
+
 void addPlace(QJsonObject &object, const Place &place)
 {
     object.insert(QStringLiteral("line"), place.line);
@@ -23,7 +26,7 @@ QJsonObject elementJson(const Understood &title, int number)
 {
     const SourceElement &element = title.element(number);
     QJsonObject object{{QStringLiteral("name"), element.name},
-                       {QStringLiteral("id"), element.value(QStringLiteral("id"))}};
+                       {QStringLiteral("id"), element.value(QStringLiteral("id")).left(longestId)}};
     addPlace(object, element.place);
     return object;
 }

@@ -53,7 +53,8 @@ QString description()
             "plays, but is easily lost.\n"
             "\n"
             "Exit codes: 0, the title is clean; 1, there are warnings; 2, the title cannot be read "
-            "or is refused (standard error says why), or the command line makes no sense.");
+            "or is refused, or a file cannot be written (standard error says why), or the command "
+            "line makes no sense.");
 }
 
 void describe(QCommandLineParser &parser, const OptionSet &set)

@@ -5,6 +5,8 @@
 
 #include "Problems.h"
 
+#include <set>
+#include <utility>
 #include <vector>
 
 // What the checks add to.
@@ -21,22 +23,27 @@ public:
         add(Problem::Severity::Note, code, place, reason, remedy);
     }
 
+    // Whether there is a problem with this element or one of its attributes.
+    bool isAbout(const SourceElement &element) const;
+
     std::vector<Problem> inOrder() const; // of their places
 
 private:
     void add(Problem::Severity severity, const char *code, const Place &place,
              const QString &reason, const QString &remedy)
     {
+        m_places.emplace(place.line, place.column);
         m_problems.push_back({severity, QLatin1String(code), place, reason, remedy});
     }
 
     std::vector<Problem> m_problems;
+    std::set<std::pair<int, int>> m_places; // line and column
 };
 
 // One look at a title.
 using Check = void (*)(const Understood &title, ProblemList &problems);
 
-// The checks, by what they are about.
+// The checks, by what they are about, in the order in which they are made.
 const std::vector<Check> &timingChecks();
 const std::vector<Check> &valueChecks();
 const std::vector<Check> &drawingChecks();

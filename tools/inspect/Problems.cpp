@@ -8,6 +8,17 @@
 #include <algorithm>
 #include <tuple>
 
+bool ProblemList::isAbout(const SourceElement &element) const
+{
+    const auto isProblem = [this](const Place &place) {
+        return m_places.count({place.line, place.column}) > 0;
+    };
+    return isProblem(element.place)
+            || std::any_of(
+                    element.attributes.begin(), element.attributes.end(),
+                    [&](const SourceAttribute &attribute) { return isProblem(attribute.place); });
+}
+
 std::vector<Problem> ProblemList::inOrder() const
 {
     std::vector<Problem> problems = m_problems;

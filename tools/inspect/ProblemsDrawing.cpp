@@ -159,21 +159,21 @@ void findCompositions(const Understood &title, ProblemList &problems)
     });
 }
 
-// The renderer reads "#" colours, rgb() and names; everything else is black to it.
+// The renderer reads "#" colours, rgb() and names; everything else is black to it. Of eight digits,
+// the first two are the alpha.
 void findForeignColors(const Understood &title, ProblemList &problems)
 {
-    static const QRegularExpression function(
-            QStringLiteral("^(rgba|hsl|hsla|hwb|lab|lch|oklab|oklch|color)\\("));
+    static const QRegularExpression foreignColor(
+            QStringLiteral("^(rgba|hsl|hsla|hwb|lab|lch|oklab|oklch|color)\\("
+                           "|^#([0-9A-Fa-f]{4}|[0-9A-Fa-f]{8})$"));
     static const QStringList names{QStringLiteral("fill"), QStringLiteral("stroke"),
                                    QStringLiteral("stop-color"), QStringLiteral("color")};
     lookAtProperties(title, [&](const SourceElement &, const Property &property) {
-        const auto match = function.match(property.value);
-        if (match.hasMatch() && names.contains(property.name))
+        if (property.value.contains(foreignColor) && names.contains(property.name))
             problems.warn(
                     "colour", property.place,
-                    QStringLiteral("a colour that is written as %1() is drawn in another "
-                                   "colour")
-                            .arg(match.captured(1)),
+                    QStringLiteral("the colour %1 is drawn in another colour")
+                            .arg(property.value.left(40)),
                     QStringLiteral("Write it as #rrggbb, with fill-opacity, stroke-opacity or "
                                    "stop-opacity beside it."));
     });
@@ -313,6 +313,21 @@ void findPlainReferences(const Understood &title, ProblemList &problems)
     }
 }
 
+// Unless another check has said why.
+void findLeftOut(const Understood &title, ProblemList &problems)
+{
+    for (const int number : title.leftOut()) {
+        const SourceElement &element = title.element(number);
+        if (!problems.isAbout(element))
+            problems.warn("left-out", element.place,
+                          QStringLiteral("the renderer can't read this %1 element and leaves it "
+                                         "out")
+                                  .arg(element.name),
+                          QStringLiteral("Look for a missing attribute or a value that is not as "
+                                         "SVG Tiny 1.2 has it."));
+    }
+}
+
 // An animation takes back what a user has chosen.
 void findAnimatedColors(const Understood &title, ProblemList &problems)
 {
@@ -353,6 +368,7 @@ const std::vector<Check> &drawingChecks()
                                            findFontLists,           findExternalReferences,
                                            findUnsupportedStyles,   findLostPictures,
                                            findUnknownReferences,   findPlainReferences,
-                                           findAnimatedColors,      findIdleDefinitions};
+                                           findAnimatedColors,      findLeftOut,
+                                           findIdleDefinitions};
     return checks;
 }

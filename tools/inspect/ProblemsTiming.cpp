@@ -211,9 +211,10 @@ void findUnknownTriggers(const Understood &title, ProblemList &problems)
         if (!isReference(begin) || isList(begin.text) || known.count(id) > 0)
             continue;
         const std::optional<int> other = title.elementWithId(id);
-        const QString what = other ? QStringLiteral("a %1 element, whose times nothing can refer to")
-                                             .arg(title.element(*other).name)
-                                   : QStringLiteral("nothing in the title");
+        const QString what = other
+                ? QStringLiteral("a %1 element, whose times nothing can refer to")
+                          .arg(title.element(*other).name)
+                : QStringLiteral("nothing in the title");
         problems.warn("unknown-id", begin.place,
                       QStringLiteral("the begin refers to %1, which is %2; it counts as time 0")
                               .arg(quoted(id), what),

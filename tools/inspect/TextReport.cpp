@@ -17,6 +17,9 @@ namespace {
 constexpr int barColumns = 60;
 constexpr int mostTicks = 6;
 constexpr int mostUsers = 6;
+constexpr int widestCell = 400; // with all users
+constexpr int widestText = 80;
+constexpr int longestReason = 1000;
 
 QString yesOrNo(bool value)
 {
@@ -32,7 +35,12 @@ QString placeText(const Place &place)
 class Table
 {
 public:
-    void add(const QStringList &cells) { m_rows.push_back(cells); }
+    void add(const QStringList &cells)
+    {
+        m_rows.emplace_back();
+        for (const QString &cell : cells)
+            m_rows.back() += shortened(cell, widestCell);
+    }
 
     QString text() const
     {
@@ -75,7 +83,14 @@ QString repeatText(const Animation &animation)
 
 QString attributeText(const Animation &animation)
 {
-    return animation.attribute.isEmpty() ? QStringLiteral("-") : animation.attribute;
+    return animation.attribute.isEmpty() ? QStringLiteral("-")
+                                         : shortened(animation.attribute, widestText);
+}
+
+QString triggerText(const Animation &animation)
+{
+    return animation.trigger.isEmpty() ? QStringLiteral("-")
+                                       : shortened(animation.trigger, widestText);
 }
 
 QString summary(const Understood &title)
@@ -111,8 +126,7 @@ QString animationsText(const Understood &title)
                    attributeText(animation), nameOf(animation.kind), secondsText(animation.begin),
                    secondsText(animation.end), repeatText(animation), yesOrNo(animation.freezes),
                    nameOf(animation.player), placeText(title.element(animation.element).place),
-                   title.label(animation.element),
-                   animation.trigger.isEmpty() ? QStringLiteral("-") : animation.trigger});
+                   title.label(animation.element), triggerText(animation)});
     }
     return heading(QStringLiteral("Animations"), title.animations().size())
             + (number > 0 ? table.text() : QString());
@@ -171,7 +185,7 @@ QString colorsText(const Understood &title)
 {
     Table table;
     for (const AdjustableColor &color : title.adjustableColors())
-        table.add({title.label(color.element), color.attribute, color.value,
+        table.add({title.label(color.element), color.attribute, shortened(color.value, widestText),
                    placeText(title.element(color.element).placeOf(color.attribute))});
     return heading(QStringLiteral("Adjustable colours"), title.adjustableColors().size())
             + table.text();
@@ -223,7 +237,8 @@ QString problemsText(const QString &titleName, const std::vector<Problem> &probl
     for (const Problem &problem : problems)
         text += QStringLiteral("%1:%2: %3: %4 [%5]\n    %6\n")
                         .arg(titleName, placeText(problem.place), nameOf(problem.severity),
-                             problem.reason, problem.code, problem.remedy);
+                             shortened(problem.reason, longestReason), problem.code,
+                             problem.remedy);
     const auto count = [&](Problem::Severity severity) {
         return counted(countOf(severity, problems), nameOf(severity));
     };

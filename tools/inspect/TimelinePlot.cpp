@@ -22,8 +22,8 @@ constexpr int barHeight = 12;
 constexpr int leastBarWidth = 2;
 constexpr int chartWidth = 720;
 constexpr int fontSize = 12;
-constexpr int letterWidth = 8; // of the widest common letters at that size
-constexpr int longestLabel = 40;
+constexpr int letterWidth = 8;   // of the widest common letters at that size
+constexpr int longestLabel = 50; // element and attribute
 constexpr int mostTicks = 10;
 
 const char *const backgroundColor = "#ffffff";
@@ -44,11 +44,6 @@ const char *colorOf(Animation::Player player)
         break;
     }
     return "#9aa4ad";
-}
-
-QString shortened(const QString &text)
-{
-    return text.size() > longestLabel ? text.left(longestLabel - 1) + QChar(0x2026) : text;
 }
 
 class Plot
@@ -91,7 +86,8 @@ public:
 private:
     QString labelOf(const Animation &animation) const
     {
-        return shortened(m_title.label(animation.target) + QLatin1Char(' ') + animation.attribute);
+        return shortened(m_title.label(animation.target) + QLatin1Char(' ') + animation.attribute,
+                         longestLabel);
     }
 
     int chartLeft() const { return 2 * margin + m_longest * letterWidth; }

@@ -17,8 +17,11 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
+
+constexpr int longestLabel = 40;
 
 QString attributeName()
 {
@@ -98,6 +101,15 @@ QString nameOf(Animation::Player player)
     return QStringLiteral("nobody");
 }
 
+QString shortened(const QString &text, int longest)
+{
+    QString line = text.size() > longest ? text.left(longest - 3) + QStringLiteral("...") : text;
+    std::replace_if(
+            line.begin(), line.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
+            QLatin1Char(' '));
+    return line;
+}
+
 QString idOfReference(const QString &reference)
 {
     return reference.startsWith(QLatin1Char('#')) ? reference.mid(1) : QString();
@@ -116,11 +128,9 @@ QStringList idsOfUrls(const QString &value)
     return ids;
 }
 
-Understood::Understood(const QString &name, const QString &text)
-    : m_name(name), m_source(QString()), m_document(std::make_unique<SvgDocument>(text))
+Understood::Understood(const QString &name, const QString &text) : m_name(name), m_source(QString())
 {
-    if (!m_document->isLoaded())
-        throw Failure(m_name, m_document->errorString());
+    load(text);
     m_source = SourcePlaces(declaredAsUtf8(text));
     m_document->prepareAdjustedAttibutes({QStringLiteral("fill"), QStringLiteral("stroke")});
     readTree();
@@ -166,7 +176,36 @@ QString Understood::label(int number) const
 {
     const SourceElement &source = element(number);
     const QString id = source.value(QStringLiteral("id"));
-    return id.isEmpty() ? source.name : source.name + QLatin1Char('#') + id;
+    return shortened(id.isEmpty() ? source.name : source.name + QLatin1Char('#') + id,
+                     longestLabel);
+}
+
+void Understood::load(const QString &text)
+{
+    const RendererMessages messages;
+    m_document = std::make_unique<SvgDocument>(text);
+    m_leftOut = messages.leftOut();
+    if (!m_document->isLoaded())
+        throw Failure(m_name, m_document->errorString());
+}
+
+// Of each message, the last element of its name that begins in front of it.
+std::vector<int> Understood::leftOut() const
+{
+    const auto isBefore = [](const Place &a, const Place &b) {
+        return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+    };
+    const std::vector<SourceElement> &elements = m_source.elements();
+    std::vector<int> numbers;
+    for (const RendererMessages::LeftOut &message : m_leftOut) {
+        auto element = std::lower_bound(elements.begin(), elements.end(), message.end,
+                                        [&](const SourceElement &candidate, const Place &end) {
+                                            return isBefore(candidate.place, end);
+                                        });
+        if (element != elements.begin() && (--element)->name == message.name)
+            numbers.push_back(int(element - elements.begin()));
+    }
+    return numbers;
 }
 
 // The tree has the elements of the text in the same order.

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "RendererMessages.h"
 #include "SourcePlaces.h"
 
 #include <boost/shared_ptr.hpp>
@@ -105,10 +106,15 @@ public:
     // The texts as they are once the library has saved its tree.
     const std::vector<SourceText> &savedTexts() const { return m_savedTexts; }
 
-    // How a person recognises an element: its name, and its id if it has one.
+    // The numbers of the elements that the renderer could not read and leaves out.
+    std::vector<int> leftOut() const;
+
+    // How a person recognises an element: its name, and its id if it has one. Not longer than
+    // would be read.
     QString label(int number) const;
 
 private:
+    void load(const QString &text);
     void readTree();
     void readAnimations();
     void readRest(Animation &animation) const;
@@ -118,6 +124,7 @@ private:
 
     QString m_name;
     SourcePlaces m_source;
+    std::vector<RendererMessages::LeftOut> m_leftOut;
     std::unique_ptr<SvgDocument> m_document;
     std::vector<QDomElement> m_tree;           // by number
     std::map<std::vector<int>, int> m_numbers; // by the element's place in the tree
@@ -128,6 +135,9 @@ private:
     std::vector<AdjustableColor> m_adjustableColors;
     std::vector<Definition> m_definitions;
 };
+
+// A text on one line, with "..." in place of what is beyond a length.
+QString shortened(const QString &text, int longest);
 
 // The id in "#id"; empty for anything else.
 QString idOfReference(const QString &reference);

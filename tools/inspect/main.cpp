@@ -14,6 +14,7 @@
 #include <QGuiApplication>
 #include <QSaveFile>
 
+#include <cerrno>
 #include <cstdio>
 
 namespace {
@@ -68,6 +69,8 @@ ExitCode inspect(const Options &options)
         std::fputs(jsonReport(title, problems).constData(), stdout);
     else
         printText(title, problems, options.quiet);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        throw Failure(QStringLiteral("standard output"), qt_error_string(errno));
     return exitCodeFor(problems, options.strict);
 }
 

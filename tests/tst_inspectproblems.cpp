@@ -1,0 +1,433 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "InspectRun.h"
+
+// Every problem that titlescene-inspect tells of, and what looks like one.
+
+namespace {
+
+// A text with a "^" in front of what a problem is about.
+struct MarkedText
+{
+    QString text; // without it
+    int line;
+    int column;
+
+    explicit MarkedText(QString marked)
+    {
+        const int at = marked.indexOf(QLatin1Char('^'));
+        const QString before = marked.left(at);
+        line = before.count(QLatin1Char('\n')) + 1;
+        column = at - before.lastIndexOf(QLatin1Char('\n'));
+        text = marked.remove(at, 1);
+    }
+};
+
+// A rectangle with an animation that has these attributes.
+QString animated(const QString &attributes)
+{
+    return svgTitle(
+            QStringLiteral("<rect width=\"9\" height=\"9\"><animate %1/></rect>").arg(attributes));
+}
+
+QString played(const QString &attributes)
+{
+    return svgTitle(QStringLiteral("<g><animateTransform attributeName=\"transform\""
+                                   " type=\"translate\" %1/></g>")
+                            .arg(attributes));
+}
+
+} // namespace
+
+class TestInspectProblems : public WarningFreeTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void findsProblems_data();
+    void findsProblems();
+    void findsNoProblem_data();
+    void findsNoProblem();
+};
+
+void TestInspectProblems::findsProblems_data()
+{
+    QTest::addColumn<QString>("title"); // "^": where the problem is
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("reason"); // a part of it
+
+    const auto row = [](const char *name, const QString &title, const char *code,
+                        const char *reason) {
+        QTest::newRow(name) << title << QString::fromLatin1(code) << QString::fromLatin1(reason);
+    };
+    const auto animation = [&row](const char *name, const char *attributes, const char *code,
+                                  const char *reason) {
+        row(name, animated(QString::fromUtf8(attributes)), code, reason);
+    };
+    const auto transform = [&row](const char *name, const char *attributes, const char *code,
+                                  const char *reason) {
+        row(name, played(QString::fromUtf8(attributes)), code, reason);
+    };
+    const auto content = [&row](const char *name, const char *text, const char *code,
+                                const char *reason) {
+        row(name, svgTitle(QString::fromUtf8(text)), code, reason);
+    };
+
+    animation("begin: list", "attributeName='x' from='0' to='1' dur='1s' ^begin='1s;2s'",
+              "unreadable-begin", "\"1s;2s\" is a list of times; the animation begins at 0 s");
+    animation("begin: list of references",
+              "id='a' attributeName='x' from='0' to='1' dur='1s' begin='3s'/><animate"
+              " attributeName='y' from='0' to='1' dur='1s' ^begin='a.end;b.end'",
+              "unreadable-begin", "is a list of times; the animation begins at 4 s");
+    animation("begin: event", "attributeName='x' from='0' to='1' dur='1s' ^begin='click'",
+              "unreadable-begin", "\"click\" is an event");
+    animation("begin: event of an element",
+              "attributeName='x' from='0' to='1' dur='1s' ^begin='button.click+1s'",
+              "unreadable-begin", "is an event");
+    animation("begin: indefinite", "attributeName='x' from='0' to='1' dur='1s' ^begin='indefinite'",
+              "unreadable-begin", "is no time on the title's timeline");
+    animation("begin: clock value", "attributeName='x' from='0' to='1' dur='1s' ^begin='00:00:05'",
+              "unreadable-begin", "is a clock value with colons; the animation begins at 0 s");
+    animation("begin: minutes", "attributeName='x' from='0' to='1' dur='1s' ^begin='1min'",
+              "unreadable-begin", "has a unit other than s or ms");
+    animation("begin: no time at all", "attributeName='x' from='0' to='1' dur='1s' ^begin='1;'",
+              "unreadable-begin", "is a list");
+    animation("begin: number with a comma",
+              "attributeName='x' from='0' to='1' dur='1s' ^begin='1,5'", "unreadable-begin",
+              "can't be read as a time");
+    animation("begin: the reserved time",
+              "attributeName='x' from='0' to='1' dur='1s' ^begin='-1ms'", "unreadable-begin",
+              "exactly -1 ms counts as 0");
+    animation("begin: offset",
+              "id='a' attributeName='x' from='0' to='1' dur='1s'/><animate attributeName='y'"
+              " from='0' to='1' dur='1s' ^begin='a.end+00:01'",
+              "unreadable-begin", "the offset \"00:01\" can't be read");
+    animation("begin: sign in the id",
+              "id='my-anim' attributeName='x' from='0' to='1' dur='1s'/><animate"
+              " attributeName='y' from='0' to='1' dur='1s' ^begin='my-anim.end-1s'",
+              "sign-in-id", "the offset counts as 0");
+    transform("begin: the renderer's", "from='0' to='1' dur='1s' ^begin='click'",
+              "unreadable-begin", "the animation does not play");
+    transform("begin: never resolved",
+              "id='a' from='0' to='1' dur='1s'/><animateTransform attributeName='transform'"
+              " type='rotate' from='0' to='1' dur='1s' ^begin='a.end'",
+              "unresolved-begin", "in titles with an animate element only");
+
+    animation("duration: clock value", "attributeName='x' from='0' to='1' ^dur='00:05'",
+              "unreadable-duration", "is a clock value with colons; it counts as 0");
+    animation("duration: indefinite", "attributeName='x' from='0' to='1' ^dur='indefinite'",
+              "unreadable-duration", "it counts as 0");
+    row("duration: none",
+        svgTitle(QStringLiteral("<rect>^<animate attributeName='x' from='0' to='1'/></rect>")),
+        "unreadable-duration", "has no duration");
+    animation("duration: negative", "attributeName='x' from='0' to='1' ^dur='-1s'",
+              "unreadable-duration", "less than a millisecond");
+    transform("duration: the renderer's", "from='0' to='1' ^dur='00:05'", "unreadable-duration",
+              "the animation does not play");
+
+    animation("unknown id: begin", "attributeName='x' from='0' to='1' dur='1s' ^begin='gone.end'",
+              "unknown-id", "\"gone\", which is nothing in the title; it counts as time 0");
+    animation("unknown id: begin after a shape",
+              "attributeName='x' from='0' to='1' dur='1s' ^begin='r.end'/></rect><rect id='r'>"
+              "<animate attributeName='y' from='0' to='1' dur='1s'",
+              "unknown-id", "which is a rect element, whose times nothing can refer to");
+    content("unknown id: use", "<use ^xlink:href='#gone'/>", "unknown-id", "refers to \"gone\"");
+    content("unknown id: fill", "<rect ^fill='url(#gone)'/>", "unknown-id", "refers to \"gone\"");
+    content("unknown id: style", "<rect ^style='stroke : url( \"#gone\" )'/>", "unknown-id",
+            "refers to \"gone\"");
+    content("unknown id: gradient",
+            "<defs><linearGradient id='g' ^xlink:href='#gone'/></defs><rect fill='url(#g)'/>",
+            "unknown-id", "refers to \"gone\"");
+
+    animation("cycle",
+              "id='a' attributeName='x' from='0' to='1' dur='1s' ^begin='b.end'/><animate id='b'"
+              " attributeName='y' from='0' to='1' dur='1s' begin='a.end'/><animate"
+              " attributeName='width' from='0' to='1' dur='1s' begin='a.end'",
+              "cycle", "a -> b -> a");
+    animation("cycle of one",
+              "id='a' attributeName='x' from='0' to='1' dur='1s' ^begin='a.begin+1s'", "cycle",
+              "a -> a");
+
+    row("no attribute name",
+        svgTitle(QStringLiteral("<rect>\n  ^<animate from='0' to='1' dur='1s'/></rect>")),
+        "no-attribute-name", "does not play");
+    animation("empty attribute name", "^attributeName='' from='a' to='b' dur='1s'",
+              "no-attribute-name", "has no attributeName");
+
+    animation("ignored: keyTimes", "attributeName='x' values='0;1;2' dur='1s' ^keyTimes='0;0.2;1'",
+              "ignored-attribute", "keyTimes is ignored");
+    animation("ignored: keySplines",
+              "attributeName='x' values='0;1' dur='1s' calcMode='spline' ^keySplines='0 0 1 1'",
+              "ignored-attribute", "keySplines is ignored");
+    animation("ignored: paced", "attributeName='x' values='0;1;9' dur='1s' ^calcMode='paced'",
+              "ignored-attribute", "calcMode \"paced\" is ignored");
+    animation("ignored: end", "attributeName='x' values='0;1' dur='1s' ^end='0.5s'",
+              "ignored-attribute", "end is ignored");
+    animation("ignored: repeatDur", "attributeName='x' values='0;1' dur='1s' ^repeatDur='3s'",
+              "ignored-attribute", "repeatDur is ignored");
+    animation("ignored: by", "attributeName='x' from='5' ^by='9' dur='1s'", "ignored-attribute",
+              "by is ignored");
+    transform("ignored: keyTimes of the renderer's",
+              "from='0 0' to='9 9' dur='1s' ^keyTimes='0;0.5'", "ignored-attribute",
+              "keyTimes is ignored");
+    transform("ignored: discrete of the renderer's",
+              "from='0 0' to='9 9' dur='1s' ^calcMode='discrete'", "ignored-attribute",
+              "calcMode \"discrete\" is ignored");
+    animation("discrete", "attributeName='x' values='0;1' dur='1s' ^calcMode='discrete'",
+              "discrete", "half-way");
+
+    animation("numbers differ",
+              "attributeName='transform' ^values='translate(0 0);translate(9)' dur='1s'",
+              "numbers-differ", "do not hold the same number of readable numbers");
+    animation("numbers: unreadable", "attributeName='points' ^values='10-5;20-5' dur='1s'",
+              "numbers-differ", "the attribute is emptied");
+    animation("numbers: other letters",
+              "attributeName='transform' ^values='rotate(0 0);scale(9 9)' dur='1s'",
+              "numbers-differ", "differ in more than their numbers");
+    animation("numbers: from and to", "attributeName='points' ^from='1,1' to='2,2 3,3' dur='1s'",
+              "numbers-differ", "do not hold the same number");
+    animation("exponent", "attributeName='points' ^values='1e3 0;2e3 0' dur='1s'", "exponent",
+              "1e3 is two numbers");
+    animation("number with a unit", "attributeName='x' ^values='0;10px' dur='1s'",
+              "unreadable-value", "\"10px\" is none; it counts as 0");
+    animation("colour and number", "attributeName='stop-color' ^values='red;7' dur='1s'",
+              "unreadable-value", "the first value is a colour, and \"7\" is none");
+    animation("alpha", "attributeName='stop-color' ^from='#80ff0000' to='blue' dur='1s'",
+              "alpha-lost", "lose their alpha");
+    animation("transparent", "attributeName='stop-color' ^values='red;transparent' dur='1s'",
+              "alpha-lost", "lose their alpha");
+    animation("no from", "attributeName='x' ^to='9' dur='1s'", "missing-value",
+              "does not begin at the element's own value");
+    animation("no to", "attributeName='x' ^from='9' dur='1s'", "missing-value",
+              "has no to and no values");
+    transform("no from of the renderer's", "^to='9 9' dur='1s'", "missing-value",
+              "without a from, the animation does not play");
+    transform("three values", "^values='0 0;9 9;0 0' dur='1s'", "transform-values",
+              "exactly two values right, and not 3");
+
+    animation("repeat without freeze", "attributeName='x' values='0;1' dur='1s' ^repeatCount='3'",
+              "repeat-without-freeze", "only the first cycle shows");
+    animation("repeat indefinitely without freeze",
+              "attributeName='x' values='0;1' dur='1s' ^repeatCount='indefinite'",
+              "repeat-without-freeze", "only the first cycle shows");
+    animation("repeat: fraction",
+              "attributeName='x' values='0;1' dur='1s' fill='freeze' ^repeatCount='2.5'",
+              "repeat-count", "\"2.5\" counts as indefinite");
+    animation("repeat: end",
+              "attributeName='x' values='0;1' dur='1s' fill='freeze' ^repeatCount='2'",
+              "repeat-ends-at-start", "holds its first value");
+
+    content("shared key",
+            "<g/><g><g/><rect><animate attributeName='x' values='0;1' dur='1s'/></rect></g><g/><g/>"
+            "<g/><g/><g/><g/><g/><g/><g/><rect>^<animate attributeName='x' values='0;1' dur='1s'/>"
+            "</rect>",
+            "shared-key", "takes the attribute x of rect for that of rect");
+    content("order",
+            "<rect>^<animate attributeName='x' values='0;1' begin='2s' dur='2s'/><animate"
+            " attributeName='x' values='0;1' begin='1s' dur='2s'/></rect>",
+            "order", "in a browser this one takes over");
+    content("set", "<rect>^<set attributeName='x' to='1' dur='1s'/></rect>", "not-played",
+            "set elements do not play");
+    content("animateMotion", "<rect>^<animateMotion path='M0 0L9 9' dur='1s'/></rect>",
+            "not-played", "animateMotion elements do not play");
+    content("animateColor",
+            "<rect><animateColor attributeName='fill' from='red' to='blue' ^begin='1s' dur='1s'/>"
+            "</rect>",
+            "late-animate-color", "elements behind it lose their fill");
+    content("target elsewhere",
+            "<rect id='r'/><g><animate ^xlink:href='#r' attributeName='x' values='0;1' dur='1s'/>"
+            "</g>",
+            "target-elsewhere", "plays on its parent element");
+    animation("conclusion at 0", "^id='CONCLUSION' attributeName='x' values='0;1' dur='1s'",
+              "no-conclusion", "marks no closing part");
+    row("end behind the title",
+        svgTitle(QStringLiteral(
+                "<rect><animate id='a' attributeName='x' values='0;1' dur='1s'/></rect><g>"
+                "<animateTransform attributeName='transform' type='rotate' from='0' to='9'"
+                " ^begin='a.end' dur='5s'/></g>")),
+        "beyond-end", "ends behind the title");
+
+    content("text runs", "<text><tspan>one</tspan>^<tspan>two</tspan></text>", "text-spacing",
+            "\"onetwo\" becomes \"one two\"");
+    content("text run around an animation",
+            "<text>one^<tspan><animate attributeName='x' values='0;1' dur='1s'/>two</tspan></text>",
+            "text-spacing", "\"onetwo\" becomes \"one two\"");
+
+    const QString root = QStringLiteral("<svg xmlns='http://www.w3.org/2000/svg'%1><g/></svg>");
+    row("no view box", QLatin1Char('^') + root.arg(QString()), "view-box", "has no viewBox");
+    row("fractional view box", root.arg(QStringLiteral("\n  ^viewBox='0 0 100.5 50'")), "view-box",
+        "a fraction in the viewBox counts as 0");
+    row("view box of two numbers", root.arg(QStringLiteral(" ^viewBox='100 50'")), "view-box",
+        "is not four whole numbers");
+    row("view box with a line break", root.arg(QStringLiteral(" ^viewBox='0 0&#10;100 50'")),
+        "view-box", "a line break or tab separates no numbers");
+    row("prefixed root",
+        QStringLiteral("<s:svg xmlns:s='http://www.w3.org/2000/svg' ^viewBox='0 0 9 9'/>"),
+        "view-box", "a root with a prefix (s:svg) has no view box");
+    content("nested svg", "<g/>\n^<svg><rect/></svg>", "nested-svg", "drawing ends");
+    content("prefixed element",
+            "<rect>^<s:animate xmlns:s='http://www.w3.org/2000/svg' attributeName='x'/></rect>",
+            "prefix", "s:animate is not recognised");
+
+    content("clip path", "<clipPath id='c'/><rect ^clip-path='url(#c)'/>", "not-drawn",
+            "nothing is clipped by clip-path");
+    content("clip path by style", "<clipPath id='c'/><rect ^style='clip-path: url(#c)'/>",
+            "not-drawn", "nothing is clipped by clip-path");
+    content("clip path by a style sheet", "^<style>rect {\n clip-path : none }</style>",
+            "not-drawn", "nothing is clipped by clip-path");
+    content("mask", "^<mask/>", "not-drawn", "masks do not mask");
+    content("mask of an element", "<g id='m'/><rect ^mask='url(#m)'/>", "not-drawn",
+            "masks do not mask");
+    content("filter", "^<filter/>", "not-drawn", "filters are not drawn");
+    content("filter of an element", "<g id='f'/><rect ^filter='url(#f)'/>", "not-drawn",
+            "filters are not drawn");
+    content("pattern", "^<pattern/>", "not-drawn", "patterns are not drawn");
+    content("symbol", "^<symbol/>", "not-drawn", "symbols can't be used");
+    content("comp-op", "<rect ^comp-op='clear'/>", "comp-op", "changes what lies below the title");
+    content("rgba", "<rect ^fill=\"rgba(255, 0, 0, 1)\"/>", "colour",
+            "the colour rgba(255, 0, 0, 1) is drawn in another colour");
+    content("hsl", "<rect ^style='stroke:hsl(120,100%,50%)'/>", "colour",
+            "the colour hsl(120,100%,50%) is");
+    content("alpha in a colour", "<rect ^fill='#ff000080'/>", "colour", "the colour #ff000080 is");
+    content("left out",
+            "<g>\n^<animateTransform attributeName='transform' type='bend' from='0' to='1'\n "
+            "dur='1s'/></g>",
+            "left-out", "can't read this animateTransform element");
+    content("font list", "<text ^font-family='Arial, sans-serif'>a</text>", "font-list",
+            "a list of font families");
+
+    content("external picture", "<image ^xlink:href='logo.png'/>", "external",
+            "xlink:href refers to \"logo.png\"");
+    content("external definition", "<use ^xlink:href='other.svg#logo'/>", "external",
+            "nothing outside the title is read");
+    content("external gradient", "<rect ^fill='url(other.svg#g)'/>", "external",
+            "fill refers to \"url(other.svg#g)\"");
+    content("imported style", "^<style>@import 'a.css';</style>", "external",
+            "the style sheet refers to something");
+    row("style sheet", QStringLiteral("^<?xml-stylesheet href='a.css'?>\n") + svgTitle(QString()),
+        "external", "the style sheet is left out");
+    content("picture of another kind",
+            "<image ^xlink:href='data:image/gif;base64,R0lGODlhAQABAA=='/>", "picture",
+            "it is no PNG or JPEG");
+    content("reference without a prefix", "<g id='g'/><use ^href='#g'/>", "plain-href",
+            "href without the prefix xlink is ignored");
+
+    content("adjusted and animated",
+            "<rect fill='#ff0000'>^<animate attributeName='fill' values='red;blue' "
+            "dur='1s'/></rect>",
+            "adjusted-and-animated", "is lost in the next frame");
+
+    QTest::newRow("undefined entity")
+            << QStringLiteral("<!DOCTYPE svg SYSTEM 'svg.dtd'>\n%1")
+                       .arg(svgTitle(QStringLiteral("<text>a ^&nbsp; b</text>")))
+            << QStringLiteral("undefined-entity") << QStringLiteral("the entity nbsp");
+
+    QTest::newRow("note: document type")
+            << QStringLiteral("<?xml version='1.0'?>\n^<!DOCTYPE svg [<!ENTITY a 'b'>]>\n%1")
+                       .arg(svgTitle(QStringLiteral("<text>&a;</text>")))
+            << QStringLiteral("document-type") << QStringLiteral("drops the document type");
+    content("note: idle definition", "<defs>^<g id='a'/></defs>", "idle-definition",
+            "nothing uses the definition g#a");
+    content("note: repeated id", "<g id='a'/><g ^id='a'/>", "repeated-id", "earlier element");
+}
+
+void TestInspectProblems::findsProblems()
+{
+    QFETCH(const QString, title);
+    QFETCH(const QString, code);
+    QFETCH(const QString, reason);
+    const MarkedText marked(title);
+    const bool isNote = QByteArray(QTest::currentDataTag()).startsWith("note: ");
+
+    const InspectResult result = inspectTitle(marked.text, {QStringLiteral("--json")});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, isNote ? 0 : 1);
+
+    QStringList all;
+    QJsonObject found;
+    for (const QJsonValue &value : result.problems()) {
+        const QJsonObject problem = value.toObject();
+        all += problemText(problem);
+        if (problem.value(QLatin1String("code")).toString() == code)
+            found = problem;
+        else
+            // The document type stands beside what is wrong with its entities.
+            QCOMPARE(problem.value(QLatin1String("code")).toString(),
+                     QStringLiteral("document-type"));
+    }
+    QVERIFY2(!found.isEmpty(), qPrintable(all.join(QLatin1Char('\n'))));
+    QCOMPARE(all.filter(QLatin1Char('[') + code + QLatin1Char(']')).size(), 1);
+    QCOMPARE(found.value(QLatin1String("severity")).toString(),
+             isNote ? QStringLiteral("note") : QStringLiteral("warning"));
+    QCOMPARE(found.value(QLatin1String("line")).toInt(), marked.line);
+    QCOMPARE(found.value(QLatin1String("column")).toInt(), marked.column);
+    QVERIFY2(found.value(QLatin1String("reason")).toString().contains(reason),
+             qPrintable(all.join(QLatin1Char('\n'))));
+    QVERIFY(!found.value(QLatin1String("remedy")).toString().isEmpty());
+}
+
+// What looks like a problem, and plays as in a browser.
+void TestInspectProblems::findsNoProblem_data()
+{
+    QTest::addColumn<QString>("title");
+
+    const auto animation = [](const char *name, const char *attributes) {
+        QTest::newRow(name) << animated(QString::fromUtf8(attributes));
+    };
+    const auto content = [](const char *name, const char *text) {
+        QTest::newRow(name) << svgTitle(QString::fromUtf8(text));
+    };
+    animation("even keyTimes", "attributeName='x' values='0;1;5' dur='1s' keyTimes='0; 0.5; 1'");
+    animation("defaults",
+              "attributeName='x' values='0;1' dur='1s' calcMode='linear' restart='always'"
+              " accumulate='none'");
+    animation("one cycle", "attributeName='x' values='0;1' dur='1s' repeatCount='1'");
+    animation("repeated there and back",
+              "attributeName='x' values='0;1;0' dur='1s' repeatCount='3' fill='freeze'");
+    animation("words",
+              "attributeName='visibility' values='hidden;visible' dur='1s'"
+              " calcMode='discrete'");
+    animation("sign in an id without offset",
+              "id='my-anim' attributeName='x' values='0;1' dur='1s'/><animate attributeName='y'"
+              " values='0;1' dur='1s' begin='my-anim.end'");
+    animation("negative begin", "attributeName='x' values='0;1' dur='1s' begin='-0.5s'");
+    animation("later one behind",
+              "attributeName='x' values='0;1' dur='2s'/><animate attributeName='x' values='0;1'"
+              " begin='1s' dur='2s'");
+    animation("one after the other",
+              "id='b' attributeName='x' values='0;1' begin='a.end' dur='2s'/><animate id='a'"
+              " attributeName='x' values='0;1' begin='1s' dur='2s'");
+    animation("target by reference to the parent",
+              "attributeName='width' values='0;1' dur='1s'/></rect><rect id='r'><animate"
+              " xlink:href='#r' attributeName='x' values='0;1' dur='1s'");
+    content("runs with spaces", "<text><tspan>one</tspan> <tspan>two</tspan></text>");
+    content("one run", "<text>on<tspan>e tw</tspan>o</text>");
+    content("shapes that erase", "<clipPath><rect fill='#000000'/></clipPath>");
+    content("link", "<a xlink:href='http://example.org/'><rect/></a>");
+    content("no clip path", "<rect clip-path='none' style='filter:none'/>");
+    content("animated style colour",
+            "<rect style='fill:#ff0000'><animate attributeName='fill' values='red;blue' dur='1s'/>"
+            "</rect>");
+    content("picture",
+            "<image xlink:href='data:image/png;base64,"
+            "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9"
+            "awAAAABJRU5ErkJggg=='/>");
+    QTest::newRow("view box with commas")
+            << QStringLiteral("<svg xmlns='http://www.w3.org/2000/svg' viewBox='5,5,100,50'/>");
+    QTest::newRow("other declared encoding")
+            << QStringLiteral("<?xml version='1.0' encoding='KOI-7'?>") + cleanTitle();
+}
+
+void TestInspectProblems::findsNoProblem()
+{
+    QFETCH(const QString, title);
+    const InspectResult result =
+            inspectTitle(title, {QStringLiteral("--quiet"), QStringLiteral("--strict")});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.exitCode, 0);
+}
+
+QTEST_MAIN(TestInspectProblems)
+#include "tst_inspectproblems.moc"
