@@ -3,8 +3,10 @@
 
 # titlescene_install_tool(<target>)
 # Tells a command its version, and installs it with its manual page <target>.1. The installed command
-# finds the library beside which it is installed.
+# finds the library beside which it is installed. The global property TITLESCENE_TOOLS lists the
+# commands.
 function(titlescene_install_tool target)
+    set_property(GLOBAL APPEND PROPERTY TITLESCENE_TOOLS ${target})
     target_compile_definitions(${target} PRIVATE TITLESCENE_VERSION="${PROJECT_VERSION}")
     if(NOT TITLESCENE_INSTALL)
         return()

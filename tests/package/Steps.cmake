@@ -7,6 +7,8 @@
 #   BUILD_DIR    the build of TitleScene
 #   SCRATCH_DIR  a folder to work in, emptied first
 #   LIBDIR       where libraries go, below the prefix
+#   VERSION, SOVERSION   those of the library
+#   TOOLS        the names of the commands
 #   GENERATOR, COMPILER, FLAGS, BUILD_TYPE, READELF   those of the build
 
 file(REMOVE_RECURSE "${SCRATCH_DIR}")
