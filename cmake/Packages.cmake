@@ -32,13 +32,14 @@ set(library_package libtitlescene${PROJECT_VERSION_MAJOR})
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${library_package})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+file(WRITE "${PROJECT_BINARY_DIR}/debian/triggers" "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${PROJECT_BINARY_DIR}/debian/triggers")
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION
-"animated SVG titles on Qt's painter
- TitleScene plays animated SVG titles for video editors: it paints any frame,
- in any order, with the same pixels every time. Titles are shown and edited on
- a Qt graphics scene.
- .
- This package holds the shared library.")
+"TitleScene plays animated SVG titles for video editors: it paints any frame,
+in any order, with the same pixels every time. Titles are shown and edited on
+a Qt graphics scene.
+
+This package holds the shared library.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtitlescene-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
@@ -47,20 +48,20 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "qtbase5-dev (>= ${TITLESCENE_QT_MINIMUM}), libqt5svg5-dev (>= ${TITLESCENE_QT_MINIMUM}), libboost-dev (>= ${TITLESCENE_BOOST_MINIMUM})")
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
-"animated SVG titles on Qt's painter - development files
- TitleScene plays animated SVG titles for video editors: it paints any frame,
- in any order, with the same pixels every time.
- .
- This package holds the headers, and the files for CMake and pkg-config.")
+"TitleScene plays animated SVG titles for video editors: it paints any frame,
+in any order, with the same pixels every time.
+
+This package holds the headers, and the files for CMake and pkg-config.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME titlescene-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION video)
 set(CPACK_COMPONENT_TOOLS_DEPENDS runtime)
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION
-"commands for animated SVG titles
- The commands of TitleScene, a library that plays animated SVG titles for
- video editors. titlescene-render renders a title to numbered pictures, to an
- overview, or to raw video for an encoder, without a display.")
+"TitleScene plays animated SVG titles for video editors: it paints any frame,
+in any order, with the same pixels every time.
+
+This package holds its commands. titlescene-render renders a title to numbered
+pictures, to an overview, or to raw video for an encoder, without a display.")
 
 # What every package of Debian has in share/doc is made where CPack collects the files.
 set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/cmake/DebianDocumentation.cmake")
