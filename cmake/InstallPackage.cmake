@@ -11,7 +11,8 @@ set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
 install(EXPORT TitleSceneTargets
     NAMESPACE TitleScene::
-    DESTINATION "${package_dir}")
+    DESTINATION "${package_dir}"
+    COMPONENT development)
 
 configure_package_config_file(
     "${PROJECT_SOURCE_DIR}/cmake/TitleSceneConfig.cmake.in"
@@ -25,7 +26,8 @@ install(
     FILES
         "${PROJECT_BINARY_DIR}/TitleSceneConfig.cmake"
         "${PROJECT_BINARY_DIR}/TitleSceneConfigVersion.cmake"
-    DESTINATION "${package_dir}")
+    DESTINATION "${package_dir}"
+    COMPONENT development)
 
 # The prefix is given relative to the .pc file, so that an installed tree can be moved.
 file(RELATIVE_PATH pkgconfig_to_prefix
@@ -38,4 +40,6 @@ configure_file(
     "${PROJECT_SOURCE_DIR}/cmake/titlescene.pc.in"
     "${PROJECT_BINARY_DIR}/titlescene.pc"
     @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/titlescene.pc" DESTINATION "${pkgconfig_dir}")
+install(FILES "${PROJECT_BINARY_DIR}/titlescene.pc"
+    DESTINATION "${pkgconfig_dir}"
+    COMPONENT development)

@@ -7,6 +7,8 @@
 #include "TitleClipboard.h"
 #include "TitleFactory.h"
 
+#include <utility>
+
 namespace {
 
 const QPointF copyOffset(40.0, 40.0);
@@ -19,7 +21,7 @@ QVector<TitleId> stepped(QVector<TitleId> order, const QVector<TitleId> &moved, 
         const int from = up ? last - i : i;
         const int to = up ? from + 1 : from - 1;
         if (moved.contains(order.at(from)) && !moved.contains(order.at(to)))
-            order.swapItemsAt(from, to);
+            std::swap(order[from], order[to]);
     }
     return order;
 }

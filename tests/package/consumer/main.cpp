@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
-#include "AllHeaders.h"
+#include <Scene/SvgDocument.h>
 
 #include <QGuiApplication>
 #include <QImage>
@@ -9,7 +9,7 @@
 
 #include <cstdio>
 
-// Paints one frame with the installed library: half way through its move, the square covers the
+// Paints one frame of a title: half way through its move, the square covers the
 // right half of the picture, and the left half stays transparent.
 int main(int argc, char **argv)
 {
