@@ -45,7 +45,8 @@ class SvgElement;
 /// device, and its size(), end where the last text ends.
 ///
 /// Malformed, hostile or empty text gives a document that draws nothing: isLoaded() is false and
-/// errorString() says why in one line. Nothing is thrown or logged.
+/// errorString() says why in one line. Nothing is thrown, and nothing logged but what Qt's renderer
+/// has to say of a text.
 ///
 /// Times are int milliseconds of document time; times beyond an int saturate. The document needs a
 /// QGuiApplication, belongs to one thread, and is not copyable. It emits no signals of its own.

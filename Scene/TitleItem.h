@@ -56,7 +56,8 @@ public:
     /// The object that gives the pens; null when there is none.
     QObject *stylingObject() const;
 
-    /// Takes the pens of the frame from \a object, which is not owned and may be null, and repaints.
+    /// Takes the pens of the frame from \a object, which is not owned and may be null, and
+    /// repaints.
     void setStylingObject(QObject *object);
 
     /// Draws the text, then the frame on the edge of the bounding rectangle.

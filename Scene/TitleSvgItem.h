@@ -39,7 +39,8 @@ class TITLESCENE_EXPORT TitleSvgItem : public QGraphicsSvgItem
 
 public:
     /// For qgraphicsitem_cast().
-    enum { Type = UserType + 1 ///< what type() returns
+    enum {
+        Type = UserType + 1 ///< what type() returns
     };
 
     /// Reads the title \a svgText. Text that can't be shown gives an item of no size that draws

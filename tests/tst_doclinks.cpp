@@ -25,6 +25,7 @@ private Q_SLOTS:
     void architectureNamesEveryFile();
     void architectureNamesFilesThatExist();
     void architectureNamesCodeThatExists();
+    void publicHeadersBelongToGroups();
 };
 
 namespace {
@@ -241,6 +242,23 @@ void DocLinksTest::architectureNamesCodeThatExists()
         const QRegularExpression word(QStringLiteral("\\b%1\\b").arg(name));
         const bool isTest = name.startsWith(QLatin1String("tst_"));
         QVERIFY2(isTest || code.contains(word), qPrintable(name));
+    }
+}
+
+/// The API documentation lists the classes by the groups that docs/api defines.
+void DocLinksTest::publicHeadersBelongToGroups()
+{
+    QStringList groups;
+    for (const QString &file : namesBelow(QStringLiteral("docs/api"), {QStringLiteral("*.dox")}))
+        groups +=
+                matches(readText(sources().filePath(file)), QStringLiteral("\\\\defgroup (\\w+)"));
+    QCOMPARE(groups.size(), 4);
+    for (const QString &file : namesBelow(QStringLiteral("Scene"), {QStringLiteral("*.h")})) {
+        if (file.endsWith(QLatin1String("_p.h")))
+            continue;
+        const QString text = readText(sources().filePath(file));
+        const QStringList used = matches(text, QStringLiteral("/// \\\\ingroup (\\w+)"));
+        QVERIFY2(used.size() == 1 && groups.contains(used.first()), qPrintable(file));
     }
 }
 

@@ -37,8 +37,8 @@ class TITLESCENE_EXPORT AbstractDecorator : public QGraphicsObject
     Q_OBJECT
 
 public:
-    /// Becomes the parent item of \a child, which can be neither moved nor selected by itself from now
-    /// on. Null makes an empty frame. The placement is taken over by adjustToChild().
+    /// Becomes the parent item of \a child, which can be neither moved nor selected by itself from
+    /// now on. Null makes an empty frame. The placement is taken over by adjustToChild().
     explicit AbstractDecorator(QGraphicsObject *child, QGraphicsItem *parent = nullptr);
     ~AbstractDecorator() override;
 

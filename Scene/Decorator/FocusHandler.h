@@ -33,8 +33,8 @@ public:
     QRectF boundingRect() const override;
 
 protected:
-    /// Highlights when \a watched gets the focus, and ends that when it loses it. True, and with it the
-    /// end of the event, only when the slot took the items off the scene.
+    /// Highlights when \a watched gets the focus, and ends that when it loses it. True, and with it
+    /// the end of the event, only when the slot took the items off the scene.
     bool sceneEventFilter(QGraphicsItem *watched, QEvent *event) override;
 
     /// Notices that the items are off the scene.

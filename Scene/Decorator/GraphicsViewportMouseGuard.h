@@ -21,7 +21,7 @@ public:
     explicit GraphicsViewportMouseGuard(QObject *parent = nullptr);
     ~GraphicsViewportMouseGuard() override;
 
-    /// Grabs the mouse for \a watched, a widget, with a press of the left button, and lets it go with the
-    /// release. Returns false.
+    /// Grabs the mouse for \a watched, a widget, with a press of the left button, and lets it go
+    /// with the release. Returns false.
     bool eventFilter(QObject *watched, QEvent *event) override;
 };

@@ -33,8 +33,8 @@ public:
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
 
-    /// Places the handle above the middle of the child's upper edge, with its size on the screen, and
-    /// emits decorationChanged().
+    /// Places the handle above the middle of the child's upper edge, with its size on the screen,
+    /// and emits decorationChanged().
     void updateDecoration() override;
 
 Q_SIGNALS:
