@@ -29,9 +29,11 @@ install(
     DESTINATION "${package_dir}"
     COMPONENT development)
 
-# The prefix is given relative to the .pc file, so that an installed tree can be moved.
-file(RELATIVE_PATH pkgconfig_to_prefix
-    "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+# The folders are given relative to the .pc file, so that an installed tree can be moved.
+set(pkgconfig_full_dir "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH pkgconfig_to_prefix "${pkgconfig_full_dir}" "${CMAKE_INSTALL_PREFIX}")
+file(RELATIVE_PATH pkgconfig_to_libdir "${pkgconfig_full_dir}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+file(RELATIVE_PATH pkgconfig_to_includedir "${pkgconfig_full_dir}" "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
 set(pkgconfig_definitions "")
 if(NOT BUILD_SHARED_LIBS)
     set(pkgconfig_definitions " -DTITLESCENE_STATIC_DEFINE")

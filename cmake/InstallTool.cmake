@@ -13,7 +13,7 @@ function(titlescene_install_tool target)
     endif()
 
     file(RELATIVE_PATH library_from_command
-        "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+        "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
     set_target_properties(${target} PROPERTIES
         INSTALL_RPATH "$ORIGIN/${library_from_command}")
     install(TARGETS ${target}

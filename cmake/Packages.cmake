@@ -13,7 +13,15 @@ set(CPACK_PACKAGE_CONTACT "${TITLESCENE_PACKAGE_MAINTAINER}")
 set(CPACK_PACKAGE_VENDOR "The TitleScene authors")
 set(CPACK_PACKAGING_INSTALL_PREFIX "${CMAKE_INSTALL_PREFIX}")
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
-set(CPACK_COMPONENTS_ALL runtime development tools)
+set(CPACK_COMPONENTS_ALL development)
+if(BUILD_SHARED_LIBS)
+    list(APPEND CPACK_COMPONENTS_ALL runtime)
+    set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
+    set(CPACK_COMPONENT_TOOLS_DEPENDS runtime)
+endif()
+if(TITLESCENE_BUILD_TOOLS)
+    list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
 set(CPACK_STRIP_FILES ON)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -21,7 +29,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
-# dpkg works out what the binaries need. It cannot know our own library, which is not installed yet.
+# dpkg works out what the binaries need. It cannot know our own library, which is not installed yet:
+# that is what the dependencies of the components above are for.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/Scene")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
@@ -46,7 +55,6 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "qtbase5-dev (>= ${TITLESCENE_QT_MINIMUM}), libqt5svg5-dev (>= ${TITLESCENE_QT_MINIMUM}), libboost-dev (>= ${TITLESCENE_BOOST_MINIMUM})")
-set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
 "TitleScene plays animated SVG titles for video editors: it paints any frame,
 in any order, with the same pixels every time.
@@ -55,7 +63,6 @@ This package holds the headers, and the files for CMake and pkg-config.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME titlescene-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION video)
-set(CPACK_COMPONENT_TOOLS_DEPENDS runtime)
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION
 "TitleScene plays animated SVG titles for video editors: it paints any frame,
 in any order, with the same pixels every time.

@@ -140,4 +140,3 @@ if(NOT EXISTS "${SCRATCH_DIR}/pictures/at-00001000ms.png")
 endif()
 
 paint_with_cmake_package("${prefix}" "${SCRATCH_DIR}/cmake")
-paint_with_make("${prefix}" "${SCRATCH_DIR}/make")
