@@ -262,6 +262,8 @@ void TestInspectProblems::findsProblems_data()
         "is not four whole numbers");
     row("view box with a line break", root.arg(QStringLiteral(" ^viewBox='0 0&#10;100 50'")),
         "view-box", "a line break or tab separates no numbers");
+    row("view box over two lines", root.arg(QStringLiteral(" ^viewBox='0 0\n100 50'")), "view-box",
+        "a line break or tab separates no numbers");
     row("prefixed root",
         QStringLiteral("<s:svg xmlns:s='http://www.w3.org/2000/svg' ^viewBox='0 0 9 9'/>"),
         "view-box", "a root with a prefix (s:svg) has no view box");
