@@ -414,6 +414,16 @@ void TestInspect::surviveHostileTexts_data()
             QStringLiteral("<text>%1</text>")
                     .arg(QStringLiteral("<tspan>a</tspan>").repeated(20000)))
                                << 1;
+    // Saving changes the number of nodes in front of the second use.
+    QTest::newRow("tree that changes its shape")
+            << text(QStringLiteral("<defs><g id='d' visibility='hidden'/></defs><use"
+                                   " xlink:href='#d'/><g>a<![CDATA[b]]>c<?p q?>&#10;<!-- d -->"
+                                   "<use xlink:href='#d'/><rect fill='red'/></g>"))
+            << 0;
+    QTest::newRow("undefined entity beside elements") << "<!DOCTYPE svg SYSTEM 'svg.dtd'>"
+                    + text(QStringLiteral("<defs><g id='d' visibility='hidden'/></defs><g>a&x;b&x;"
+                                          "<use xlink:href='#d'/><rect fill='red'/></g>"))
+                                                      << 1;
     QTest::newRow("times beyond the integers")
             << text(QStringLiteral("<rect><animate attributeName='x' values='0;1' begin='-1e300'"
                                    " dur='1e300'/><animate attributeName='y' values='0;1'"

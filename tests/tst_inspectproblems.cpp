@@ -103,6 +103,10 @@ void TestInspectProblems::findsProblems_data()
               "id='a' attributeName='x' from='0' to='1' dur='1s'/><animate attributeName='y'"
               " from='0' to='1' dur='1s' ^begin='a.end+00:01'",
               "unreadable-begin", "the offset \"00:01\" can't be read");
+    animation("begin: behind the reference",
+              "id='a' attributeName='x' from='0' to='1' dur='1s'/><animate attributeName='y'"
+              " from='0' to='1' dur='1s' ^begin='a.end 1s'",
+              "unreadable-begin", "\"1s\" behind a.end is no offset");
     animation("begin: sign in the id",
               "id='my-anim' attributeName='x' from='0' to='1' dur='1s'/><animate"
               " attributeName='y' from='0' to='1' dur='1s' ^begin='my-anim.end-1s'",
