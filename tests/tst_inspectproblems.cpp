@@ -103,6 +103,10 @@ void TestInspectProblems::findsProblems_data()
               "id='a' attributeName='x' from='0' to='1' dur='1s'/><animate attributeName='y'"
               " from='0' to='1' dur='1s' ^begin='a.end+00:01'",
               "unreadable-begin", "the offset \"00:01\" can't be read");
+    animation("begin: behind the reference",
+              "id='a' attributeName='x' from='0' to='1' dur='1s'/><animate attributeName='y'"
+              " from='0' to='1' dur='1s' ^begin='a.end 1s'",
+              "unreadable-begin", "\"1s\" behind a.end is no offset");
     animation("begin: sign in the id",
               "id='my-anim' attributeName='x' from='0' to='1' dur='1s'/><animate"
               " attributeName='y' from='0' to='1' dur='1s' ^begin='my-anim.end-1s'",
@@ -262,6 +266,8 @@ void TestInspectProblems::findsProblems_data()
         "is not four whole numbers");
     row("view box with a line break", root.arg(QStringLiteral(" ^viewBox='0 0&#10;100 50'")),
         "view-box", "a line break or tab separates no numbers");
+    row("view box over two lines", root.arg(QStringLiteral(" ^viewBox='0 0\n100 50'")), "view-box",
+        "a line break or tab separates no numbers");
     row("prefixed root",
         QStringLiteral("<s:svg xmlns:s='http://www.w3.org/2000/svg' ^viewBox='0 0 9 9'/>"),
         "view-box", "a root with a prefix (s:svg) has no view box");

@@ -159,8 +159,8 @@ void findCompositions(const Understood &title, ProblemList &problems)
     });
 }
 
-// The renderer reads "#" colours, rgb() and names; everything else is black to it. Of eight digits,
-// the first two are the alpha.
+// The renderer reads "#" colours without alpha, rgb() and names; everything else is black to it.
+// What the library makes of "rgba()" is another colour, too.
 void findForeignColors(const Understood &title, ProblemList &problems)
 {
     static const QRegularExpression foreignColor(

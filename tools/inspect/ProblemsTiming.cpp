@@ -154,6 +154,24 @@ void findUnreadableOffsets(const Understood &title, ProblemList &problems)
     }
 }
 
+// What follows the reference without being an offset.
+void findTrailingTexts(const Understood &title, ProblemList &problems)
+{
+    for (const Begin &begin : begins(title)) {
+        if (!isReference(begin) || isList(begin.text))
+            continue;
+        const QString event =
+                begin.reference.fromBegin ? QStringLiteral(".begin") : QStringLiteral(".end");
+        const QString rest = begin.text.mid(begin.reference.id.size() + event.size()).trimmed();
+        if (!rest.isEmpty() && !rest.startsWith(QLatin1Char('+'))
+            && !rest.startsWith(QLatin1Char('-')))
+            problems.warn("unreadable-begin", begin.place,
+                          QStringLiteral("%1 behind %2 is no offset")
+                                  .arg(quoted(rest), begin.reference.id + event),
+                          QStringLiteral("Write + or - and a time, such as +0.5s, or nothing."));
+    }
+}
+
 void findUnreadableDurations(const Understood &title, ProblemList &problems)
 {
     for (const Animation &animation : title.animations()) {
@@ -561,12 +579,24 @@ void findLostConclusion(const Understood &title, ProblemList &problems)
 
 const std::vector<Check> &timingChecks()
 {
-    static const std::vector<Check> checks{
-            findUnreadableBegins,    findReservedBegins,     findUnreadableOffsets,
-            findUnreadableDurations, findUnknownTriggers,    findCycles,
-            findUnresolvedBegins,    findEndsBehindTheTitle, findUnplayed,
-            findMissingNames,        findTargetsElsewhere,   findIgnoredAttributes,
-            findCalcModes,           findRepeatCounts,       findSharedKeys,
-            findOtherWinners,        findLateColors,         findLostConclusion};
+    static const std::vector<Check> checks{findUnreadableBegins,
+                                           findReservedBegins,
+                                           findUnreadableOffsets,
+                                           findTrailingTexts,
+                                           findUnreadableDurations,
+                                           findUnknownTriggers,
+                                           findCycles,
+                                           findUnresolvedBegins,
+                                           findEndsBehindTheTitle,
+                                           findUnplayed,
+                                           findMissingNames,
+                                           findTargetsElsewhere,
+                                           findIgnoredAttributes,
+                                           findCalcModes,
+                                           findRepeatCounts,
+                                           findSharedKeys,
+                                           findOtherWinners,
+                                           findLateColors,
+                                           findLostConclusion};
     return checks;
 }

@@ -218,7 +218,7 @@ void Understood::readTree()
         m_tree.push_back(walk.node().toElement());
     }
     if (m_tree.size() != m_source.elements().size())
-        throw Failure(m_name, QStringLiteral("entities hold elements, which have no place"));
+        throw Failure(m_name, QStringLiteral("the tree does not have the elements of the text"));
 
     const std::vector<SourceElement> &elements = m_source.elements();
     for (std::size_t number = elements.size(); number-- > 0;) {
@@ -284,9 +284,11 @@ void Understood::readRest(Animation &animation) const
 void Understood::readAdjustableColors()
 {
     for (const char *name : {"fill", "stroke"}) {
-        for (const auto &color : m_document->adjustableAttributes(QLatin1String(name)))
-            m_adjustableColors.push_back(
-                    {numberOf(*color), color->attributeName(), color->defaultValue()});
+        for (const auto &color : m_document->adjustableAttributes(QLatin1String(name))) {
+            if (const std::optional<int> number = numberOf(*color))
+                m_adjustableColors.push_back(
+                        {*number, color->attributeName(), color->defaultValue()});
+        }
     }
     std::stable_sort(m_adjustableColors.begin(), m_adjustableColors.end(),
                      [](const AdjustableColor &a, const AdjustableColor &b) {
@@ -294,9 +296,11 @@ void Understood::readAdjustableColors()
                      });
 }
 
-int Understood::numberOf(const SvgElement &place) const
+// None for a place of an earlier tree of another shape.
+std::optional<int> Understood::numberOf(const SvgElement &place) const
 {
-    return m_numbers.at(place.location());
+    const auto found = m_numbers.find(place.location());
+    return found == m_numbers.end() ? std::nullopt : std::optional<int>(found->second);
 }
 
 void Understood::readDefinitions()
@@ -326,8 +330,10 @@ void Understood::readDefinitions()
         if (id.isEmpty() || elementWithId(id) != number || isAnimationElement(element.name))
             continue;
         Definition definition{number, id, users.value(id)};
-        for (const auto &use : m_document->usesOf(id))
-            definition.users.push_back({numberOf(*use), QStringLiteral("xlink:href")});
+        for (const auto &use : m_document->usesOf(id)) {
+            if (const std::optional<int> user = numberOf(*use))
+                definition.users.push_back({*user, QStringLiteral("xlink:href")});
+        }
         if (isInDefs[std::size_t(number)] || !definition.users.empty())
             m_definitions.push_back(definition);
     }

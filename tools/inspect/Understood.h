@@ -120,7 +120,7 @@ private:
     void readRest(Animation &animation) const;
     void readAdjustableColors();
     void readDefinitions();
-    int numberOf(const SvgElement &place) const;
+    std::optional<int> numberOf(const SvgElement &place) const;
 
     QString m_name;
     SourcePlaces m_source;
