@@ -558,7 +558,10 @@ void AuthoringTest::everyTemplateIsTried()
 
 void AuthoringTest::everyTemplateIsNamed()
 {
-    const QString text = readText(QStringLiteral(TITLESCENE_AUTHORING));
+    static const QRegularExpression sample(QStringLiteral("^```.*?^```$"),
+                                           QRegularExpression::MultilineOption
+                                                   | QRegularExpression::DotMatchesEverythingOption);
+    const QString text = readText(QStringLiteral(TITLESCENE_AUTHORING)).remove(sample);
     const QString link = QStringLiteral("^\\[([\\w-]+)\\]: \\.\\./tests/data/authoring/\\1\\.svg$");
     QCOMPARE(namesIn(text, link), templateNames());
     const QString statement = QStringLiteral("\\[([\\w-]+)\\](?![:(])");

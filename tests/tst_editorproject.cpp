@@ -128,6 +128,9 @@ void EditorProjectTest::refuses_data()
     row("a negative scale", 0, "scaleY", -1);
     row("a speed of 0", 0, "speed", 0);
     row("no colour", 0, "lineColor", QStringLiteral("mauvish"));
+    row("a colour with alpha", 0, "lineColor", QStringLiteral("#80ff0000"));
+    row("no visible colour", 0, "lineColor", QStringLiteral("transparent"));
+    row("a finer colour than a file has", 0, "lineColor", QStringLiteral("#123456789abc"));
     row("a place that is a text", 0, "x", QStringLiteral("0"));
     row("a place beyond the world", 1, "y", 1e300);
     row("no rotation", 1, "rotation", missing);

@@ -18,7 +18,8 @@ using Limits = QMap<QString, qint64>;
 qint64 productOf(QString factors)
 {
     qint64 product = 1;
-    for (const QString &factor : factors.remove(QLatin1Char('\'')).split(QLatin1Char('*')))
+    factors.remove(QLatin1Char('\'')).remove(QLatin1String("LL"));
+    for (const QString &factor : factors.split(QLatin1Char('*')))
         product *= factor.toLongLong();
     return product;
 }

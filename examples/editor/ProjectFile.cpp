@@ -81,8 +81,8 @@ QColor colorOf(const QJsonObject &object)
     if (!object.contains(QStringLiteral("lineColor")))
         return QColor();
     const QColor color(text(object, "lineColor"));
-    if (!color.isValid())
-        throw Defect(tr("\"lineColor\" has to be a colour."));
+    if (!color.isValid() || color != QColor(color.name())) // else writing would change it
+        throw Defect(tr("\"lineColor\" has to be a colour of the form #rrggbb."));
     return color;
 }
 

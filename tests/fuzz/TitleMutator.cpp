@@ -3,8 +3,6 @@
 
 #include "TitleMutator.h"
 
-#include <QRegularExpression>
-
 #include <array>
 
 namespace {
@@ -217,25 +215,6 @@ QVector<QByteArray> idsOf(const QByteArray &text)
     while (matches.hasNext() && ids.size() < 200)
         ids.append(matches.next().captured(1).toUtf8());
     return ids;
-}
-
-struct Span
-{
-    int start;
-    int length;
-};
-
-/// Where the matches of a pattern's last group are; in bytes, which Latin-1 keeps apart.
-QVector<Span> spans(const QByteArray &text, const QRegularExpression &pattern)
-{
-    QVector<Span> found;
-    QRegularExpressionMatchIterator matches = pattern.globalMatch(QString::fromLatin1(text));
-    while (matches.hasNext()) {
-        const QRegularExpressionMatch match = matches.next();
-        const int group = match.lastCapturedIndex();
-        found.append({match.capturedStart(group), match.capturedLength(group)});
-    }
-    return found;
 }
 
 const QRegularExpression &attributePattern()
@@ -525,33 +504,46 @@ void TitleMutator::renameElement(Tokens &tokens)
         tokens[range.last].text = "</" + name + '>';
 }
 
-void TitleMutator::changeValue(Tokens &tokens)
+/// A match of the pattern's last group in any tag. Latin-1 keeps the bytes of the tag apart.
+TitleMutator::Match TitleMutator::anyMatch(const Tokens &tokens, const QRegularExpression &pattern)
 {
     const int tag = anyTag(tokens);
     if (tag < 0)
+        return {};
+    QVector<Match> found;
+    auto matches = pattern.globalMatch(QString::fromLatin1(tokens.at(tag).text));
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        const int group = match.lastCapturedIndex();
+        found.append({tag, match.capturedStart(group), match.capturedLength(group)});
+    }
+    return found.isEmpty() ? Match() : found.at(below(found.size()));
+}
+
+void TitleMutator::changeValue(Tokens &tokens)
+{
+    const Match match = anyMatch(tokens, attributePattern());
+    if (match.tag < 0)
         return;
-    QByteArray &text = tokens[tag].text;
-    const QVector<Span> attributes = spans(text, attributePattern());
-    if (attributes.isEmpty())
-        return;
-    const Span span = attributes.at(below(attributes.size()));
-    const QByteArray name = attributeName(text.mid(span.start, span.length));
-    text.replace(span.start, span.length, ' ' + name + "=\"" + value(name) + '"');
+    QByteArray &text = tokens[match.tag].text;
+    const QByteArray name = attributeName(text.mid(match.start, match.length));
+    text.replace(match.start, match.length, ' ' + name + "=\"" + value(name) + '"');
 }
 
 void TitleMutator::changeNumber(Tokens &tokens)
 {
     static const QRegularExpression numberInValue(
             QStringLiteral("[\"' ,;(]([-+]?[0-9]*\\.?[0-9]+)(?=[^0-9.])"));
-    const int tag = anyTag(tokens);
-    if (tag < 0)
-        return;
-    QByteArray &text = tokens[tag].text;
-    const QVector<Span> found = spans(text, numberInValue);
-    if (found.isEmpty())
-        return;
-    const Span span = found.at(below(found.size()));
-    text.replace(span.start, span.length, number());
+    const Match match = anyMatch(tokens, numberInValue);
+    if (match.tag >= 0)
+        tokens[match.tag].text.replace(match.start, match.length, number());
+}
+
+void TitleMutator::removeAttribute(Tokens &tokens)
+{
+    const Match match = anyMatch(tokens, attributePattern());
+    if (match.tag >= 0)
+        tokens[match.tag].text.remove(match.start, match.length);
 }
 
 void TitleMutator::addAttribute(Tokens &tokens)
@@ -564,19 +556,6 @@ void TitleMutator::addAttribute(Tokens &tokens)
     if (name.contains(' ') || text.contains(name + '='))
         return;
     text.insert(nameEnd(text), ' ' + name + "=\"" + value(name) + '"');
-}
-
-void TitleMutator::removeAttribute(Tokens &tokens)
-{
-    const int tag = anyTag(tokens);
-    if (tag < 0)
-        return;
-    QByteArray &text = tokens[tag].text;
-    const QVector<Span> attributes = spans(text, attributePattern());
-    if (attributes.isEmpty())
-        return;
-    const Span span = attributes.at(below(attributes.size()));
-    text.remove(span.start, span.length);
 }
 
 QByteArray TitleMutator::mutated(const QByteArray &text)

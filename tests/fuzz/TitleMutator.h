@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QVector>
 
 /// Changes the texts of titles so that most of them stay well-formed, and say something new of
@@ -39,6 +40,13 @@ private:
         int last = 0;
     };
 
+    struct Match
+    {
+        int tag = -1; ///< of no match
+        int start = 0;
+        int length = 0;
+    };
+
     static Tokens tokens(const QByteArray &text);
     static QByteArray joined(const Tokens &tokens);
     static Range element(const Tokens &tokens, int start);
@@ -52,6 +60,7 @@ private:
     QByteArray newElement();
     int anyTag(const Tokens &tokens);
     int anyElement(const Tokens &tokens);
+    Match anyMatch(const Tokens &tokens, const QRegularExpression &pattern);
 
     void removeElement(Tokens &tokens);
     void moveElement(Tokens &tokens);
