@@ -22,6 +22,9 @@ QPen initialLineParams()
     return pen;
 }
 
+/// What an image of an item's own may hold, 256 MB. The template says how large it would be.
+constexpr double mostImagePixels = 64.0 * 1024.0 * 1024.0;
+
 /// 1 for a size that cannot be scaled to.
 double scaleFactor(double to, double from)
 {
@@ -96,11 +99,13 @@ void TitleSvgItem::paintByImage(QPainter *painter, int ms)
     painter->drawImage(QPointF(0.0, 0.0), *m_image);
 }
 
-/// False when there can be no image of the bounds' size. A size with a fraction never fits the
-/// image's.
+/// False when there can be no image of the bounds' size, or it would be too large. A size with a
+/// fraction never fits the image's.
 bool TitleSvgItem::prepareImage()
 {
     const QSizeF size = m_document->bounds().size();
+    if (size.width() * size.height() > mostImagePixels)
+        return false;
     if (!m_image || m_image->width() != size.width() || m_image->height() != size.height())
         m_image.reset(new QImage(saturatedInt(size.width()), saturatedInt(size.height()),
                                  QImage::Format_ARGB32_Premultiplied));
@@ -210,7 +215,7 @@ void TitleSvgItem::setLineParams(QPen pen)
 {
     const bool isNewColor = pen.color() != m_lineParams.color();
     const bool isNews = isNewColor || pen.width() != m_lineParams.width()
-        || pen.style() != m_lineParams.style();
+            || pen.style() != m_lineParams.style();
     if (!isNews)
         return;
     if (isNewColor) {

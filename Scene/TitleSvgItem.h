@@ -82,7 +82,8 @@ public:
     int documentFullViewTime() const;
 
     /// Whether a title with clip paths is put together on a picture of its own. If not, the clip
-    /// paths erase whatever lies below them on the painter's device, too.
+    /// paths erase whatever lies below them on the painter's device, too. A title whose picture
+    /// would take more than 256 MB is not drawn then.
     bool paintOnImage() const;
 
     /// Sets whether a title with clip paths is put together on a picture of its own; at first it is

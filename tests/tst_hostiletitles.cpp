@@ -3,6 +3,8 @@
 
 #include "HostileParts.h"
 
+#include <Scene/TitleSvgItem.h>
+
 #include <QFile>
 #include <QLoggingCategory>
 #include <QTemporaryDir>
@@ -57,6 +59,7 @@ private Q_SLOTS:
     void animatesNoForeignReference();
     void adjustsNoForeignReference();
     void boundsCopiesOfClipPaths();
+    void boundsTheImageOfAnItem();
 };
 
 /// What the renderer does not understand it says in a category of its own.
@@ -194,6 +197,27 @@ void HostileTitlesTest::boundsCopiesOfClipPaths()
     };
     QCOMPARE(copied(900), 200 * 900);
     QCOMPARE(copied(2000), 0);
+}
+
+/// The template says how large the picture is that an item puts together; 30,000 by 30,000 pixels
+/// are 3.6 GB.
+void HostileTitlesTest::boundsTheImageOfAnItem()
+{
+    const auto drawn = [](int size) {
+        const QString text =
+                svgTitle(QStringLiteral("<clipPath/><rect width=\"%1\" height=\"%1\"/>"))
+                        .replace(QStringLiteral("0 0 100 50"), QStringLiteral("0 0 %1 %1"))
+                        .arg(size);
+        TitleSvgItem item(text);
+        item.setPaintOnImage(true);
+        QImage picture(10, 10, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        item.paint(&painter, nullptr);
+        return picture.pixelColor(5, 5);
+    };
+    QCOMPARE(drawn(1'000), QColor(Qt::black));
+    QCOMPARE(drawn(30'000), QColor(Qt::transparent));
 }
 
 QTEST_MAIN(HostileTitlesTest)
