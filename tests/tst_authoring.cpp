@@ -558,9 +558,9 @@ void AuthoringTest::everyTemplateIsTried()
 
 void AuthoringTest::everyTemplateIsNamed()
 {
-    static const QRegularExpression sample(QStringLiteral("^```.*?^```$"),
-                                           QRegularExpression::MultilineOption
-                                                   | QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression sample(
+            QStringLiteral("^```.*?^```$"),
+            QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
     const QString text = readText(QStringLiteral(TITLESCENE_AUTHORING)).remove(sample);
     const QString link = QStringLiteral("^\\[([\\w-]+)\\]: \\.\\./tests/data/authoring/\\1\\.svg$");
     QCOMPARE(namesIn(text, link), templateNames());
