@@ -29,15 +29,21 @@ bool isOwnColor(const QString &value)
             && value != QLatin1String("inherit") && !value.startsWith(QLatin1String("url"));
 }
 
+bool isFill(const QString &name)
+{
+    return name == QLatin1String("fill");
+}
+
+bool isColor(const QString &name)
+{
+    return isFill(name) || name == QLatin1String("stroke");
+}
+
 bool isAdjustable(const QDomElement &element, const QString &name)
 {
-    if (!element.hasAttribute(name))
+    if (!element.hasAttribute(name) || (isFill(name) && isAnimation(element)))
         return false;
-    const bool isFill = name == QLatin1String("fill");
-    if (isFill && isAnimation(element))
-        return false;
-    const bool isColor = isFill || name == QLatin1String("stroke");
-    return !isColor || isOwnColor(element.attribute(name));
+    return !isColor(name) || isOwnColor(element.attribute(name));
 }
 
 boost::shared_ptr<AdjustableAttribute> made(const QDomNode &node, const SvgElement &place,
@@ -111,8 +117,21 @@ void SvgDocument::adjustAttribute(const QString &name, const QString &value)
     const auto entry = m_adjustableAttributes.find(name);
     if (entry == m_adjustableAttributes.end() || entry->second.empty())
         return;
+    const QByteArray before = m_data.left(int(m_textSize));
     const QDomElement root = m_dom.documentElement();
     for (const auto &attribute : entry->second)
         writeValue(*attribute, value, root);
     writeTree(QDomNode::EncodingFromDocument);
+    if (isColor(name))
+        return;
+
+    // Numbers and references can make a title that exceeds the limits, colours cannot.
+    m_knownText.clear();
+    if (isTextAdmitted())
+        return;
+    const QString refusal = errorString();
+    seek(0);
+    write(before);
+    parseTree();
+    setErrorString(refusal);
 }

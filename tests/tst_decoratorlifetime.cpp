@@ -345,7 +345,9 @@ void DecoratorLifetimeTest::leavesTheIndexOfItsScene()
     QVERIFY(isFound(corner));
 
     world.child->setRect(QRectF(0.0, 0.0, 10.0, 10.0));
+    QVERIFY(world.decorator->boundingRect().width() >= 1000.0);
     world.decorator->updateDecoration();
+    QVERIFY(world.decorator->boundingRect().width() < 100.0);
     world.helper->removeItem(world.decorator);
     QVERIFY(!world.decorator->scene());
     QVERIFY(world.decorator->boundingRect().width() < 100.0);

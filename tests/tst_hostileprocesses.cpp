@@ -114,7 +114,7 @@ class HostileProcessesTest : public WarningFreeTest
 private Q_SLOTS:
     void initTestCase();
     void watchSeesWhatIsOpened();
-    void limitsEndProcesses();
+    void processesHaveTheLimits();
     void refusedTitle_data();
     void refusedTitle();
     void harmlessTitle_data();
@@ -161,8 +161,7 @@ void HostileProcessesTest::watchSeesWhatIsOpened()
     QCOMPARE(m_watch->opened(), QByteArrayList({"canary.txt"}));
 }
 
-/// That a process that needs more does not end as others do.
-void HostileProcessesTest::limitsEndProcesses()
+void HostileProcessesTest::processesHaveTheLimits()
 {
     LimitedProcess process;
     process.setProgram(QStringLiteral("/bin/sh"));

@@ -58,6 +58,8 @@ private Q_SLOTS:
     void opensNoFile();
     void animatesNoForeignReference();
     void adjustsNoForeignReference();
+    void adjustsNothingBeyondTheLimits_data();
+    void adjustsNothingBeyondTheLimits();
     void boundsCopiesOfClipPaths();
     void boundsTheImageOfAnItem();
 };
@@ -184,6 +186,51 @@ void HostileTitlesTest::adjustsNoForeignReference()
     COMPARE_PICTURES(renderAt(document, 0), before, 0);
     document.adjustAttribute(QStringLiteral("xlink:href"), embedded);
     QCOMPARE(renderAt(document, 0).pixelColor(90, 45), QColor(Qt::blue));
+}
+
+void HostileTitlesTest::adjustsNothingBeyondTheLimits_data()
+{
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("harmful");
+    QTest::addColumn<QString>("harmless");
+    QTest::addColumn<QString>("refusal");
+    QTest::newRow("number") << QStringLiteral(
+            "<path d=\"M 0 9 H 50\" stroke=\"red\" stroke-width=\"5\" stroke-dasharray=\"50\"/>")
+                            << QStringLiteral("d") << QStringLiteral("M -1e20 -1e20 H 2")
+                            << QStringLiteral("M 0 29 H 50") << QStringLiteral("magnitude");
+    QTest::newRow("dashes") << QStringLiteral(
+            "<path d=\"M 0 9 H 90\" stroke=\"red\" stroke-width=\"5\" stroke-dasharray=\"50\"/>")
+                            << QStringLiteral("stroke-dasharray") << repeated("1 ", 1025)
+                            << QStringLiteral("9") << QStringLiteral("number of dashes");
+    QTest::newRow("references in rings")
+            << QStringLiteral("<g id=\"a\">%1%2</g><g transform=\"translate(50,0)\"><use "
+                              "xlink:href=\"#none\"/></g>")
+                       .arg(redRect(), repeated("<use xlink:href=\"#none\"/>", 64))
+            << QStringLiteral("xlink:href") << QStringLiteral("#a") << QStringLiteral("#b")
+            << QStringLiteral("ring of references");
+}
+
+/// What would be refused in a template is refused from an application as well, which may have it
+/// from a stranger.
+void HostileTitlesTest::adjustsNothingBeyondTheLimits()
+{
+    QFETCH(QString, content);
+    QFETCH(QString, name);
+    QFETCH(QString, harmful);
+    QFETCH(QString, harmless);
+    QFETCH(QString, refusal);
+    SvgDocument document(svgTitle(content));
+    document.prepareAdjustedAttibutes({name});
+    const QImage before = renderAt(document, 0);
+    document.adjustAttribute(name, harmful);
+    QVERIFY2(document.errorString().contains(refusal), qPrintable(document.errorString()));
+    QVERIFY(!savedText(document).contains(harmful.toUtf8() + '"'));
+    COMPARE_PICTURES(renderAt(document, 0), before, 0);
+
+    document.adjustAttribute(name, harmless);
+    QVERIFY(!document.errorString().contains(refusal));
+    QVERIFY(savedText(document).contains(name.toUtf8() + "=\"" + harmless.toUtf8() + '"'));
 }
 
 /// Each level is copied again for all the levels around it.
