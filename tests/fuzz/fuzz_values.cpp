@@ -8,6 +8,7 @@
 #include <Scene/KeyValues_p.h>
 #include <Scene/NumberList_p.h>
 #include <Scene/NumberScan_p.h>
+#include <Scene/PlainXml_p.h>
 #include <Scene/TimeValue_p.h>
 #include <Scene/XmlText_p.h>
 
@@ -17,6 +18,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <string>
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -106,9 +108,10 @@ void checkNumberList(const QString &text)
 
 void checkNumberScan(const QString &text)
 {
-    const NumberScan scan = scanNumbers(QStringRef(&text));
-    FUZZ_CHECK(scan.count >= 0 && scan.count <= text.size());
-    hasTooLargeStyle(QStringRef(&text));
+    const std::string bytes = text.toStdString();
+    const NumberScan scan = scanNumbers(bytes);
+    FUZZ_CHECK(scan.count >= 0 && std::size_t(scan.count) <= bytes.size());
+    hasTooLargeStyle(bytes);
 }
 
 bool isWellFormed(const QString &text)
@@ -118,6 +121,26 @@ bool isWellFormed(const QString &text)
     while (!reader.atEnd())
         reader.readNext();
     return !reader.hasError();
+}
+
+bool isPlainXml(const QByteArray &text)
+{
+    PlainXml xml(text, std::numeric_limits<int>::max());
+    while (true) {
+        const PlainXml::Token token = xml.next();
+        if (token == PlainXml::Token::End || token == PlainXml::Token::NotPlain)
+            return token == PlainXml::Token::End;
+    }
+}
+
+// What the fast reader takes for XML is XML, also with the input inside of an element.
+void checkPlainXml(const QString &text)
+{
+    for (const QString &pattern : {QStringLiteral("%1"), QStringLiteral("<a>%1</a>"),
+                                   QStringLiteral("<a %1/>"), QStringLiteral("<a b=\"%1\"/>")}) {
+        const QString xml = pattern.arg(text);
+        FUZZ_CHECK(!isPlainXml(xml.toUtf8()) || isWellFormed(xml));
+    }
 }
 
 void checkXmlText(const QString &text)
@@ -180,6 +203,7 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8 *data, size_t size)
     checkTimeText(text, a);
     checkNumberList(text.trimmed());
     checkNumberScan(text);
+    checkPlainXml(text);
     checkXmlText(text);
     checkDeclaration(QByteArray::fromStdString(bytes));
     return 0;
