@@ -122,6 +122,8 @@ private Q_SLOTS:
     void childTellsOfItsEnd();
     void leavesTheIndexOfItsScene_data();
     void leavesTheIndexOfItsScene();
+    void boundsFollowThePlaceOfTheChild_data() { leavesTheIndexOfItsScene_data(); }
+    void boundsFollowThePlaceOfTheChild();
     void emptyFrame();
     void frameAroundNothing();
 };
@@ -355,6 +357,21 @@ void DecoratorLifetimeTest::leavesTheIndexOfItsScene()
     QVERIFY(!world.child);
     QVERIFY(!isFound(corner));
     QCOMPARE(world.scene->items(corner).size(), 10);
+}
+
+void DecoratorLifetimeTest::boundsFollowThePlaceOfTheChild()
+{
+    QFETCH(const Frame, frame);
+
+    World world(frame);
+    const QRectF before = world.decorator->boundingRect();
+    world.child->setPos(3000.0, 2000.0);
+    QVERIFY(world.decorator->boundingRect() != before);
+    QCOMPARE(world.decorator->boundingRect(), world.decorator->childrenBoundingRect());
+    world.child->setRotation(30.0);
+    QCOMPARE(world.decorator->boundingRect(), world.decorator->childrenBoundingRect());
+    world.child->setScale(2.0);
+    QCOMPARE(world.decorator->boundingRect(), world.decorator->childrenBoundingRect());
 }
 
 /// What remains without the child is a frame around nothing, which still can be moved.

@@ -24,6 +24,11 @@ AbstractDecorator::AbstractDecorator(QGraphicsObject *child, QGraphicsItem *pare
         m_child->setFlag(ItemIsMovable, false);
         m_child->setFlag(ItemIsSelectable, false);
         connect(m_child, &QObject::destroyed, this, &AbstractDecorator::adoptBounds);
+        for (const auto placeChanged :
+             {&QGraphicsObject::xChanged, &QGraphicsObject::yChanged,
+              &QGraphicsObject::rotationChanged, &QGraphicsObject::scaleChanged,
+              &QGraphicsObject::parentChanged})
+            connect(m_child, placeChanged, this, &AbstractDecorator::adoptBounds);
     }
     setFlag(ItemIsSelectable);
     connect(this, &AbstractDecorator::decorationChanged, this, &AbstractDecorator::adoptBounds);

@@ -56,7 +56,8 @@ public:
     /// Takes the pens from \a object, which is not owned and may be null, and repaints the frame.
     void setStylingObject(QObject *object);
 
-    /// Around the child and the handles; on a scene, as they were at the last updateDecoration().
+    /// Around the child and the handles; on a scene, as they were when the child was last moved,
+    /// turned or scaled, or at the last updateDecoration().
     QRectF boundingRect() const override;
 
     /// Draws nothing.
