@@ -6,6 +6,8 @@
 #include "AdjustableAttribute.h"
 #include "TreeWalk_p.h"
 
+#include <boost/make_shared.hpp>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -41,15 +43,16 @@ bool isColor(const QString &name)
 
 bool isAdjustable(const QDomElement &element, const QString &name)
 {
-    if (!element.hasAttribute(name) || (isFill(name) && isAnimation(element)))
+    const QDomAttr attribute = QDomElement(element).attributeNode(name);
+    if (attribute.isNull() || (isFill(name) && isAnimation(element)))
         return false;
-    return !isColor(name) || isOwnColor(element.attribute(name));
+    return !isColor(name) || isOwnColor(attribute.value());
 }
 
 boost::shared_ptr<AdjustableAttribute> made(const QDomNode &node, const SvgElement &place,
                                             const QString &name)
 {
-    return boost::shared_ptr<AdjustableAttribute>(new AdjustableAttribute(node, place, name));
+    return boost::make_shared<AdjustableAttribute>(node, place, name);
 }
 
 /// Finds the places of nodes. Nodes asked for in document order are found in one walk; any other

@@ -12,6 +12,8 @@
 
 #include <QColor>
 
+#include <boost/make_shared.hpp>
+
 #include <algorithm>
 #include <limits>
 
@@ -242,8 +244,7 @@ template <typename Kind>
 boost::shared_ptr<AnimatableAttribute> made(const QDomNode &target, const SvgElement &place,
                                             const AnimateTexts &texts)
 {
-    return boost::shared_ptr<AnimatableAttribute>(
-            new Kind(target, place, texts.attributeName, texts.keyValues()));
+    return boost::make_shared<Kind>(target, place, texts.attributeName, texts.keyValues());
 }
 
 boost::shared_ptr<AnimatableAttribute>

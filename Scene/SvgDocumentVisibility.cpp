@@ -7,6 +7,8 @@
 #include "TreeEdit_p.h"
 #include "TreeWalk_p.h"
 
+#include <boost/make_shared.hpp>
+
 #include <map>
 #include <optional>
 
@@ -114,8 +116,7 @@ void SvgDocument::detectUseElements()
     forgetElements();
     for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
         if (const std::optional<QString> id = usedId(walk.node().toElement()))
-            m_useElements[*id].push_back(
-                    boost::shared_ptr<SvgElement>(new SvgElement(walk.element())));
+            m_useElements[*id].push_back(boost::make_shared<SvgElement>(walk.element()));
     }
 }
 
