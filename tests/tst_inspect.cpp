@@ -313,7 +313,7 @@ void TestInspect::countsColumnsWhateverTheLineEnds()
 {
     QFETCH(const QString, lineEnd);
     QString title = svgTitle(QString::fromUtf8("\n<!-- ä -->\n<text>\nTromsø 🙂 <tspan\n "
-                                               "x='1>2'\n   comp-op = 'clear'>a</tspan></text>"
+                                               "id='1>2'\n   comp-op = 'clear'>a</tspan></text>"
                                                "\n<use xlink:href='#x'/>"));
     title.replace(QLatin1Char('\n'), lineEnd);
     const QJsonArray problems = inspectTitle(title, {QStringLiteral("--json")})

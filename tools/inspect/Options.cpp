@@ -50,7 +50,7 @@ QString description()
             "and definitions with their users. Then come the problems, each with file, line, "
             "column, a reason, a code in brackets, and a remedy in the line below. A warning is "
             "about something that will not play as in a browser, a note about something that "
-            "plays, but is easily lost.\n"
+            "plays, but is easily lost or may look different.\n"
             "\n"
             "Exit codes: 0, the title is clean; 1, there are warnings; 2, the title cannot be read "
             "or is refused, or a file cannot be written (standard error says why), or the command "
