@@ -310,8 +310,7 @@ void findIdleDefinitions(const Understood &title, ProblemList &problems)
         const int parent = title.element(definition.element).parent;
         const QString &name = title.element(definition.element).name;
         if (definition.users.empty() && title.element(parent).name == QLatin1String("defs")
-            && name != QLatin1String("clipPath") && name != QLatin1String("style")
-            && !name.contains(QLatin1Char(':')))
+            && name != QLatin1String("clipPath") && name != QLatin1String("style"))
             problems.note("idle-definition", title.element(definition.element).place,
                           QStringLiteral("nothing uses the definition %1")
                                   .arg(title.label(definition.element)),
