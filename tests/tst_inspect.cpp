@@ -424,6 +424,11 @@ void TestInspect::surviveHostileTexts_data()
                          .arg(i)
                          .arg((i + 1) % 20000);
     QTest::newRow("long cycle") << text(QStringLiteral("<rect>%1</rect>").arg(chain)) << 1;
+    const QString rules =
+            QStringLiteral("<style>%1</style>").arg(QStringLiteral(".a{fill:red}").repeated(150));
+    const QString classes =
+            QStringLiteral("<g class='%1'/>").arg(QStringLiteral("a ").repeated(50));
+    QTest::newRow("many rules for many classes") << text(rules + classes.repeated(5000)) << 0;
     QTest::newRow("long text") << text(
             QStringLiteral("<text>%1</text>")
                     .arg(QStringLiteral("<tspan>a</tspan>").repeated(20000)))

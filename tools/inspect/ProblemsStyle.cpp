@@ -38,10 +38,9 @@ void findStylesThatLose(const Understood &title, ProblemList &problems)
                 && told.insert(property.name).second)
                 warn(element, property.name);
         }
-        if (values.sheetsFor(number).empty())
-            continue;
+        const QHash<QString, QString> ruled = values.ofRules(number);
         for (const SourceAttribute &attribute : element.attributes) {
-            const QString value = values.ofRules(number, attribute.name);
+            const QString value = ruled.value(attribute.name);
             if (!value.isEmpty() && value != attribute.value.trimmed()
                 && told.insert(attribute.name).second)
                 warn(element, attribute.name);

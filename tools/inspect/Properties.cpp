@@ -73,9 +73,10 @@ std::vector<const StyledValues::Candidate *> StyledValues::rulesFor(int number) 
     if (m_candidates.isEmpty())
         return {};
     const SourceElement &element = m_title.element(number);
+    const QStringList classes = classesOf(element);
     QStringList keys{QString(), element.name,
                      QLatin1Char('#') + element.value(QStringLiteral("id"))};
-    for (const QString &name : classesOf(element))
+    for (const QString &name : classes)
         keys += QLatin1Char('.') + name;
     std::vector<const Candidate *> rules;
     for (const QString &key : keys) {
@@ -83,7 +84,7 @@ std::vector<const StyledValues::Candidate *> StyledValues::rulesFor(int number) 
         if (found == m_candidates.end())
             continue;
         for (const Candidate &candidate : *found) {
-            if (candidate.selector.fits(element))
+            if (candidate.selector.fits(element, classes))
                 rules.push_back(&candidate);
         }
     }
@@ -100,16 +101,14 @@ std::vector<int> StyledValues::sheetsFor(int element) const
     return sheets;
 }
 
-QString StyledValues::ofRules(int element, const QString &name) const
+QHash<QString, QString> StyledValues::ofRules(int element) const
 {
-    QString value;
+    QHash<QString, QString> values;
     for (const Candidate *const candidate : rulesFor(element)) {
-        for (const StyleDeclaration &declaration : candidate->rule->declarations) {
-            if (declaration.name == name)
-                value = declaration.value;
-        }
+        for (const StyleDeclaration &declaration : candidate->rule->declarations)
+            values.insert(declaration.name, declaration.value);
     }
-    return value;
+    return values;
 }
 
 QString StyledValues::own(int number, const QString &name) const
@@ -121,7 +120,7 @@ QString StyledValues::own(int number, const QString &name) const
         if (property.name == name)
             return property.value;
     }
-    return ofRules(number, name);
+    return ofRules(number).value(name);
 }
 
 QString StyledValues::inherited(int number, const QString &name) const

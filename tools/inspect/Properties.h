@@ -45,8 +45,8 @@ public:
     // The same of the nearest one of the element and those around it that has one.
     QString inherited(int element, const QString &name) const;
 
-    // From a rule only.
-    QString ofRules(int element, const QString &name) const;
+    // All from rules, by the names of the properties.
+    QHash<QString, QString> ofRules(int element) const;
 
     // The "style" elements with rules that fit, once for each rule.
     std::vector<int> sheetsFor(int element) const;

@@ -86,8 +86,10 @@ StyleRules::StyleRules(const QString &styleSheet)
 
 QStringList classesOf(const SourceElement &element)
 {
-    const QString classes = element.value(QStringLiteral("class")).simplified();
-    return classes.isEmpty() ? QStringList() : classes.split(QLatin1Char(' '));
+    QStringList classes =
+            trimmedParts(element.value(QStringLiteral("class")).simplified(), QLatin1Char(' '));
+    classes.removeDuplicates();
+    return classes;
 }
 
 std::optional<SimpleSelector> simpleSelector(const QString &text)
@@ -111,13 +113,12 @@ std::optional<SimpleSelector> simpleSelector(const QString &text)
     return selector;
 }
 
-bool SimpleSelector::fits(const SourceElement &element) const
+bool SimpleSelector::fits(const SourceElement &element, const QStringList &classesOfElement) const
 {
     if (!type.isEmpty() && type != element.name)
         return false;
     if (!id.isEmpty() && id != element.value(QStringLiteral("id")))
         return false;
-    const QStringList own = classes.isEmpty() ? QStringList() : classesOf(element);
     return std::all_of(classes.begin(), classes.end(),
-                       [&](const QString &name) { return own.contains(name); });
+                       [&](const QString &name) { return classesOfElement.contains(name); });
 }

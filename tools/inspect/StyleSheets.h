@@ -50,11 +50,12 @@ struct SimpleSelector
     QString id;
     QStringList classes;
 
-    bool fits(const SourceElement &element) const;
+    // `classesOfElement`: those that classesOf() gives.
+    bool fits(const SourceElement &element, const QStringList &classesOfElement) const;
 };
 
 // None for a selector of another form.
 std::optional<SimpleSelector> simpleSelector(const QString &text);
 
-// The classes of an element.
+// The classes of an element, each once.
 QStringList classesOf(const SourceElement &element);
