@@ -381,6 +381,13 @@ void TestInspectProblems::findsProblems_data()
             "the selector g:first-child selects nothing");
     content("selector of the root", "^<style>svg{fill:green}</style>", "style-sheet",
             "the selector svg selects nothing");
+    content("selector with a condition", "^<style>g:nth-child(2) {fill:green}</style>",
+            "style-sheet", "selects nothing, and the rules behind it may be lost");
+    content("custom property", "^<style>g{--a:green}</style>", "style-sheet",
+            "the property --a is not read, and the rules behind it may be lost");
+    content("namespace of a style sheet",
+            "^<style>@namespace 'http://www.w3.org/2000/svg'; g{fill:green}</style>", "style-sheet",
+            "what stands in @namespace is ignored");
     content("media", "^<style>@media screen { rect{fill:green} }</style>", "style-sheet",
             "what stands in @media is ignored");
     content("font of a style sheet",

@@ -48,6 +48,12 @@ void findStylesThatLose(const Understood &title, ProblemList &problems)
     }
 }
 
+// The renderer stops to read a style sheet at what it does not understand.
+QString restMayBeLost()
+{
+    return QStringLiteral(", and the rules behind it may be lost");
+}
+
 void findUnreadSelectors(const Understood &title, ProblemList &problems)
 {
     static const QRegularExpression pointer(QStringLiteral(":(hover|active|focus|visited)\\b"));
@@ -59,8 +65,10 @@ void findUnreadSelectors(const Understood &title, ProblemList &problems)
                         || (selector.contains(QLatin1Char(':')) && !selector.contains(pointer));
                 if (isUnread)
                     problems.warn("style-sheet", sheet.place,
-                                  QStringLiteral("the selector %1 selects nothing")
-                                          .arg(selector.left(40)),
+                                  QStringLiteral("the selector %1 selects nothing%2")
+                                          .arg(selector.left(40),
+                                               selector.contains(QLatin1Char('(')) ? restMayBeLost()
+                                                                                   : QString()),
                                   QStringLiteral("Give the elements a class, and the rule a "
                                                  "selector of that class."));
             }
@@ -71,8 +79,8 @@ void findUnreadSelectors(const Understood &title, ProblemList &problems)
 // "@import" is told of as an external reference, "@keyframes" where an animation names it.
 void findUnreadAtRules(const Understood &title, ProblemList &problems)
 {
-    static const QStringList harmless{QStringLiteral("@charset"), QStringLiteral("@namespace"),
-                                      QStringLiteral("@import"), QStringLiteral("@keyframes"),
+    static const QStringList harmless{QStringLiteral("@charset"), QStringLiteral("@import"),
+                                      QStringLiteral("@keyframes"),
                                       QStringLiteral("@-webkit-keyframes")};
     for (const SourcePlaces::StyleSheet &sheet : title.source().styleSheets()) {
         for (const QString &name : sheet.rules.atRules()) {
@@ -83,10 +91,23 @@ void findUnreadAtRules(const Understood &title, ProblemList &problems)
                                              "to paths."));
             else if (!harmless.contains(name))
                 problems.warn("style-sheet", sheet.place,
-                              QStringLiteral("what stands in %1 is ignored").arg(name),
+                              QStringLiteral("what stands in %1 is ignored").arg(name)
+                                      + restMayBeLost(),
                               QStringLiteral("Write the rules without it."));
         }
     }
+}
+
+void findCustomProperties(const Understood &title, ProblemList &problems)
+{
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        if (property.origin == Property::Origin::Sheet
+            && property.name.startsWith(QLatin1String("--")))
+            problems.warn("style-sheet", property.place,
+                          QStringLiteral("the property %1 is not read").arg(property.name.left(40))
+                                  + restMayBeLost(),
+                          QStringLiteral("Write the value where it is used."));
+    });
 }
 
 // A style sheet applies to what stands behind it.
@@ -180,9 +201,10 @@ void findBackgrounds(const Understood &title, ProblemList &problems)
 
 const std::vector<Check> &styleChecks()
 {
-    static const std::vector<Check> checks{
-            findStylesThatLose,        findUnreadSelectors,  findUnreadAtRules,
-            findLateStyleSheets,       findCalculations,     findStyledGeometry,
-            findImportantDeclarations, findStyledTransforms, findBackgrounds};
+    static const std::vector<Check> checks{findStylesThatLose,   findUnreadSelectors,
+                                           findUnreadAtRules,    findCustomProperties,
+                                           findLateStyleSheets,  findCalculations,
+                                           findStyledGeometry,   findImportantDeclarations,
+                                           findStyledTransforms, findBackgrounds};
     return checks;
 }
