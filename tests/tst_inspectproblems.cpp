@@ -459,6 +459,9 @@ void TestInspectProblems::findsProblems_data()
             "dy of a tspan is ignored");
     content("first tspan with a place", "<text y='2'><tspan ^x='3' y='2'>b</tspan></text>",
             "text-place", "x of a tspan is ignored");
+    content("second tspan with the place of its text",
+            "<text x='1' y='2'><tspan>a</tspan> <tspan ^x='1' y='2'>b</tspan></text>", "text-place",
+            "x of a tspan is ignored");
     content("letters with places", "<text ^x='1 2 3'>abc</text>", "text-place",
             "a list for x is not read");
     content("text with a shift", "<text ^dx='5'>abc</text>", "text-place",
@@ -634,6 +637,8 @@ void TestInspectProblems::findsNoProblem_data()
     content("comment in a style sheet", "<style>/* mask: a; @media */ rect{fill:green}</style>");
     content("hover", "<style>rect:hover{fill:green}</style>");
     content("style as the attribute", "<rect stroke='#ff0000' style='stroke:#ff0000'/>");
+    content("last of two rules as the attribute",
+            "<style>.a{stroke:green} .a{stroke:#f00}</style><rect class='a' stroke='#f00'/>");
     content("style against a rule",
             "<style>.a{fill:red}</style><rect class='a' style='fill:blue'/>");
     content("colours",
