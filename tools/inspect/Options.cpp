@@ -12,13 +12,13 @@ namespace {
 // Every option of the command, in the order in which --help lists them.
 struct OptionSet
 {
-    QCommandLineOption json{
-            QStringLiteral("json"),
-            QStringLiteral("Write a JSON object instead of text: the same facts, for programs.")};
+    QCommandLineOption json{QStringLiteral("json"),
+                            QStringLiteral("Write a JSON object instead of text: the same facts, "
+                                           "for programs. Takes one title.")};
     QCommandLineOption plot{
             QStringLiteral("plot"),
             QStringLiteral("Draw the timeline as an SVG picture into FILE as well: a bar for each "
-                           "animation, lighter where its last value holds."),
+                           "animation, lighter where its last value holds. Takes one title."),
             QStringLiteral("FILE")};
     QCommandLineOption strict{
             QStringLiteral("strict"),
