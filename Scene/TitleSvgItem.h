@@ -120,7 +120,8 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     /// Multiplies the scale from the bounds to \a size onto the item's transform: called twice, it
-    /// scales twice. Emits geometryChanged(). A scale that is not finite is left out.
+    /// scales twice, and after a width or height of 0 it stays 0. Emits geometryChanged(). A scale
+    /// that is not finite is left out.
     void setSize(const QSizeF &size);
 
     /// Sets the time on the clip, ms. Any time will do: what is before or behind the clip shows the

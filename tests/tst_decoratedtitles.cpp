@@ -29,6 +29,8 @@ class DecoratedTitlesTest : public WarningFreeTest
 
 private Q_SLOTS:
     void svgTitleIsResized();
+    void svgTitleSizedBeforeIsSizedInItsUnits();
+    void svgTitleOfNoWidthKeepsIt();
     void svgTitleIsTurned();
     void textTitleIsResized();
     void textTitleIsEditedByDoubleClick();
@@ -64,6 +66,30 @@ void DecoratedTitlesTest::svgTitleIsResized()
     QCOMPARE(title->mapRectToScene(title->boundingRect()), QRectF(50.0, -25.0, 100.0, 100.0));
     QCOMPARE(resized.count(), 2);
     QCOMPARE(handles.at(Qt::RightSection)->pos(), QPointF(100.0, 39.5));
+}
+
+void DecoratedTitlesTest::svgTitleSizedBeforeIsSizedInItsUnits()
+{
+    SceneOnView stage;
+    auto *title = new TitleSvgItem(svgText);
+    title->setSize(QSizeF(200.0, 200.0));
+    auto *decorator = new ResizeDecorator(title);
+    stage.scene.addItem(decorator);
+    QCOMPARE(title->sceneBoundingRect(), QRectF(0.0, 0.0, 200.0, 200.0));
+    decorator->setSize(QSizeF(50.0, 50.0));
+    QCOMPARE(title->sceneBoundingRect(), QRectF(0.0, 0.0, 100.0, 200.0));
+}
+
+void DecoratedTitlesTest::svgTitleOfNoWidthKeepsIt()
+{
+    SceneOnView stage;
+    auto *title = new TitleSvgItem(svgText);
+    auto *decorator = new ResizeDecorator(title);
+    stage.scene.addItem(decorator);
+    decorator->setSize(QSizeF(0.0, 50.0));
+    QCOMPARE(title->sceneBoundingRect().width(), 0.0);
+    decorator->setSize(QSizeF(100.0, 50.0));
+    QCOMPARE(title->sceneBoundingRect().width(), 0.0);
 }
 
 void DecoratedTitlesTest::svgTitleIsTurned()

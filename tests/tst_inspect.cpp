@@ -62,11 +62,23 @@ private Q_SLOTS:
     void keepsLinesWhole();
     void reportsAFullDevice();
     void readsAPipeToItsEnd();
+    void inspectsSeveralTitles();
+    void givesProgramsTheReasonOfARefusal();
+    void neverPlotsOverTheTitle();
+    void alignsWideAndNarrowLetters();
+    void listsDefinitionsThatWaitForUse();
     void showsHelpAndVersion();
     void documentsWhatItPrints();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
+
+    void writeTitle(const QString &name, const QString &text) const
+    {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(int(file.write(text.toUtf8())), text.toUtf8().size());
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
@@ -313,7 +325,7 @@ void TestInspect::countsColumnsWhateverTheLineEnds()
 {
     QFETCH(const QString, lineEnd);
     QString title = svgTitle(QString::fromUtf8("\n<!-- ä -->\n<text>\nTromsø 🙂 <tspan\n "
-                                               "x='1>2'\n   comp-op = 'clear'>a</tspan></text>"
+                                               "id='1>2'\n   comp-op = 'clear'>a</tspan></text>"
                                                "\n<use xlink:href='#x'/>"));
     title.replace(QLatin1Char('\n'), lineEnd);
     const QJsonArray problems = inspectTitle(title, {QStringLiteral("--json")})
@@ -339,8 +351,10 @@ void TestInspect::refusesWithOneLine_data()
     const QString open = QStringLiteral("<g>");
     const QString close = QStringLiteral("</g>");
     QTest::newRow("no title") << none << QByteArray() << QStringLiteral("no title given");
-    QTest::newRow("two titles") << QStringList{QStringLiteral("a.svg"), QStringLiteral("b.svg")}
-                                << QByteArray() << QStringLiteral("b.svg is one too many");
+    for (const QString &option : {QStringLiteral("--json"), QStringLiteral("--plot=p.svg")})
+        QTest::newRow(qPrintable(QStringLiteral("two titles, %1").arg(option)))
+                << QStringList{QStringLiteral("a.svg"), QStringLiteral("b.svg"), option}
+                << QByteArray() << QStringLiteral("takes only one title: b.svg is one too many");
     QTest::newRow("unknown option") << QStringList{QStringLiteral("--nonsense")} << QByteArray()
                                     << QStringLiteral("nonsense");
     QTest::newRow("two kinds of output")
@@ -410,6 +424,11 @@ void TestInspect::surviveHostileTexts_data()
                          .arg(i)
                          .arg((i + 1) % 20000);
     QTest::newRow("long cycle") << text(QStringLiteral("<rect>%1</rect>").arg(chain)) << 1;
+    const QString rules =
+            QStringLiteral("<style>%1</style>").arg(QStringLiteral(".a{fill:red}").repeated(150));
+    const QString classes =
+            QStringLiteral("<g class='%1'/>").arg(QStringLiteral("a ").repeated(50));
+    QTest::newRow("many rules for many classes") << text(rules + classes.repeated(5000)) << 0;
     QTest::newRow("long text") << text(
             QStringLiteral("<text>%1</text>")
                     .arg(QStringLiteral("<tspan>a</tspan>").repeated(20000)))
@@ -512,6 +531,85 @@ void TestInspect::readsAPipeToItsEnd()
     QCOMPARE(process.exitCode(), 0);
 }
 
+void TestInspect::inspectsSeveralTitles()
+{
+    writeTitle(QStringLiteral("a.svg"), cleanTitle());
+    writeTitle(QStringLiteral("b.svg"), QStringLiteral("<svg"));
+    writeTitle(QStringLiteral("c.svg"), svgTitle(QStringLiteral("<mask/>")));
+    const QStringList quiet{QStringLiteral("--quiet")};
+    const auto inspect = [&](const QStringList &names) {
+        return runInspect(names + quiet, QByteArray(), m_folder->path());
+    };
+    const QStringList all{QStringLiteral("a.svg"), QStringLiteral("b.svg"),
+                          QStringLiteral("c.svg")};
+
+    QCOMPARE(inspect({all.at(0), all.at(0)}).exitCode, 0);
+    QCOMPARE(inspect({all.at(2), all.at(0)}).exitCode, 1);
+    const InspectResult result = inspect(all);
+    QCOMPARE(result.exitCode, 2);
+    QVERIFY(result.errors.startsWith(QLatin1String("titlescene-inspect: b.svg: ")));
+    QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
+    QVERIFY(result.output.startsWith(QLatin1String("c.svg:1:")));
+    QVERIFY(result.output.endsWith(QLatin1String("c.svg: 1 warning, 0 notes\n")));
+}
+
+void TestInspect::givesProgramsTheReasonOfARefusal()
+{
+    const InspectResult result = runInspect({QStringLiteral("gone.svg"), QStringLiteral("--json")},
+                                            QByteArray(), m_folder->path());
+    QCOMPARE(result.exitCode, 2);
+    QCOMPARE(result.json().value(QLatin1String("title")).toString(), QStringLiteral("gone.svg"));
+    QCOMPARE(result.json().value(QLatin1String("error")).toString(),
+             QStringLiteral("gone.svg: No such file or directory"));
+    QCOMPARE(result.errors,
+             QStringLiteral("titlescene-inspect: gone.svg: No such file or directory\n"));
+}
+
+void TestInspect::neverPlotsOverTheTitle()
+{
+    writeTitle(QStringLiteral("a.svg"), cleanTitle());
+    QVERIFY(QFile::link(QStringLiteral("a.svg"), path(QStringLiteral("link.svg"))));
+    for (const QString &name : {QStringLiteral("./a.svg"), QStringLiteral("link.svg")}) {
+        const InspectResult result =
+                runInspect({QStringLiteral("a.svg"), QStringLiteral("--plot"), name}, QByteArray(),
+                           m_folder->path());
+        QCOMPARE(result.exitCode, 2);
+        QCOMPARE(result.errors,
+                 QStringLiteral("titlescene-inspect: %1: this is the title itself\n").arg(name));
+    }
+    QCOMPARE(readText(path(QStringLiteral("a.svg"))), cleanTitle());
+}
+
+// Two columns for each of the Chinese letters, none for a mark above a letter.
+void TestInspect::alignsWideAndNarrowLetters()
+{
+    const QString title = svgTitle(QString::fromUtf8("<defs><g id='标题'/><g id='e\u0301té'/>"
+                                                     "<g id='abcdef'/></defs>"));
+    const QStringList lines = inspectTitle(title).lines();
+    const int at = lines.indexOf(QStringLiteral("Definitions"));
+    QVERIFY(at >= 0);
+    QVERIFY(lines.at(at + 1).startsWith(QString::fromUtf8("  g#标题    1:")));
+    QVERIFY(lines.at(at + 2).startsWith(QString::fromUtf8("  g#e\u0301té     1:")));
+    QVERIFY(lines.at(at + 3).startsWith(QLatin1String("  g#abcdef  1:")));
+}
+
+void TestInspect::listsDefinitionsThatWaitForUse()
+{
+    const InspectResult result = inspectTitle(
+            svgTitle(QStringLiteral("<defs><linearGradient id='g'><stop id='s'/></linearGradient>"
+                                    "<p:effect xmlns:p='urn:a' id='e'/><g><path id='p'/></g>"
+                                    "</defs><use xlink:href='#p'/>")),
+            {QStringLiteral("--json")});
+    QStringList ids;
+    for (const QJsonValue &value : result.json().value(QLatin1String("definitions")).toArray())
+        ids += value.toObject()
+                       .value(QLatin1String("element"))
+                       .toObject()
+                       .value(QLatin1String("id"))
+                       .toString();
+    QCOMPARE(ids, (QStringList{QStringLiteral("g"), QStringLiteral("p")}));
+}
+
 void TestInspect::showsHelpAndVersion()
 {
     const InspectResult help = runInspect({QStringLiteral("--help")});
@@ -536,10 +634,7 @@ void TestInspect::documentsWhatItPrints()
     const QString report = between(QStringLiteral("$ titlescene-inspect intro.svg\n"), fence);
     QVERIFY(!title.isEmpty());
 
-    QFile file(path(QStringLiteral("intro.svg")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(title.toUtf8());
-    file.close();
+    writeTitle(QStringLiteral("intro.svg"), title);
     const InspectResult result =
             runInspect({QStringLiteral("intro.svg")}, QByteArray(), m_folder->path());
     QCOMPARE(result.output.split(QLatin1Char('\n')), report.split(QLatin1Char('\n')));

@@ -31,6 +31,26 @@ QString animated(const QString &attributes)
             QStringLiteral("<rect width=\"9\" height=\"9\"><animate %1/></rect>").arg(attributes));
 }
 
+// The manual page of the command.
+QString manualPage()
+{
+    return readText(QStringLiteral(TITLESCENE_INSPECT_MANUAL));
+}
+
+QString manualName(const QString &code)
+{
+    return QString(code).replace(QLatin1Char('-'), QLatin1String("\\-"));
+}
+
+// A picture of one pixel.
+QByteArray picture(const QByteArray &mark, const QByteArray &attributes)
+{
+    return mark + "<image " + attributes
+            + " xlink:href='data:image/png;base64,"
+              "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9"
+              "awAAAABJRU5ErkJggg=='/>";
+}
+
 QString played(const QString &attributes)
 {
     return svgTitle(QStringLiteral("<g><animateTransform attributeName=\"transform\""
@@ -168,6 +188,20 @@ void TestInspectProblems::findsProblems_data()
               "ignored-attribute", "calcMode \"paced\" is ignored");
     animation("ignored: end", "attributeName='x' values='0;1' dur='1s' ^end='0.5s'",
               "ignored-attribute", "end is ignored");
+    animation("ignored: min", "attributeName='x' values='0;1' dur='1s' ^min='3s'",
+              "ignored-attribute", "min is ignored");
+    animation("ignored: max",
+              "attributeName='x' values='0;1;0' dur='1s' repeatCount='4' fill='freeze' ^max='3s'",
+              "ignored-attribute", "max is ignored");
+    animation("ignored: additive", "attributeName='x' values='0;1' dur='1s' ^additive='sum'",
+              "ignored-attribute", "additive is ignored");
+    animation("ignored: accumulate",
+              "attributeName='x' values='0;1;0' dur='1s' repeatCount='4' fill='freeze'"
+              " ^accumulate='sum'",
+              "ignored-attribute", "accumulate is ignored");
+    animation("ignored: keyTimes of words",
+              "attributeName='visibility' values='hidden;visible' dur='1s' ^keyTimes='0;1'",
+              "ignored-attribute", "keyTimes is ignored");
     animation("ignored: repeatDur", "attributeName='x' values='0;1' dur='1s' ^repeatDur='3s'",
               "ignored-attribute", "repeatDur is ignored");
     animation("ignored: by", "attributeName='x' from='5' ^by='9' dur='1s'", "ignored-attribute",
@@ -222,6 +256,10 @@ void TestInspectProblems::findsProblems_data()
               "attributeName='x' values='0;1' dur='1s' fill='freeze' ^repeatCount='2'",
               "repeat-ends-at-start", "holds its first value");
 
+    transform("repeat: end of the renderer's",
+              "from='0 0' to='9 9' dur='1s' fill='freeze' ^repeatCount='2'", "repeat-ends-at-start",
+              "holds its first value");
+
     content("shared key",
             "<g/><g><g/><rect><animate attributeName='x' values='0;1' dur='1s'/></rect></g><g/><g/>"
             "<g/><g/><g/><g/><g/><g/><g/><rect>^<animate attributeName='x' values='0;1' dur='1s'/>"
@@ -235,6 +273,9 @@ void TestInspectProblems::findsProblems_data()
             "set elements do not play");
     content("animateMotion", "<rect>^<animateMotion path='M0 0L9 9' dur='1s'/></rect>",
             "not-played", "animateMotion elements do not play");
+    content("animateColor from the start",
+            "<rect>^<animateColor attributeName='fill' from='red' to='blue' dur='1s'/></rect>",
+            "animate-color", "goes on showing its last colour");
     content("animateColor",
             "<rect><animateColor attributeName='fill' from='red' to='blue' ^begin='1s' dur='1s'/>"
             "</rect>",
@@ -255,7 +296,8 @@ void TestInspectProblems::findsProblems_data()
     content("text runs", "<text><tspan>one</tspan>^<tspan>two</tspan></text>", "text-spacing",
             "\"onetwo\" becomes \"one two\"");
     content("text run around an animation",
-            "<text>one^<tspan><animate attributeName='x' values='0;1' dur='1s'/>two</tspan></text>",
+            "<text>one^<tspan><animate attributeName='fill' values='red;blue' dur='1s'/>two</tspan>"
+            "</text>",
             "text-spacing", "\"onetwo\" becomes \"one two\"");
 
     const QString root = QStringLiteral("<svg xmlns='http://www.w3.org/2000/svg'%1><g/></svg>");
@@ -280,8 +322,9 @@ void TestInspectProblems::findsProblems_data()
             "nothing is clipped by clip-path");
     content("clip path by style", "<clipPath id='c'/><rect ^style='clip-path: url(#c)'/>",
             "not-drawn", "nothing is clipped by clip-path");
-    content("clip path by a style sheet", "^<style>rect {\n clip-path : none }</style>",
-            "not-drawn", "nothing is clipped by clip-path");
+    content("clip path by a style sheet",
+            "^<style>rect {\n clip-path : url(#c) }</style><clipPath id='c'/>", "not-drawn",
+            "nothing is clipped by clip-path");
     content("mask", "^<mask/>", "not-drawn", "masks do not mask");
     content("mask of an element", "<g id='m'/><rect ^mask='url(#m)'/>", "not-drawn",
             "masks do not mask");
@@ -302,6 +345,152 @@ void TestInspectProblems::findsProblems_data()
             "left-out", "can't read this animateTransform element");
     content("font list", "<text ^font-family='Arial, sans-serif'>a</text>", "font-list",
             "a list of font families");
+
+    content("flowed text", "^<flowRoot/>", "not-drawn", "flowed text is not drawn");
+    content("discard", "^<discard begin='1s'/>", "not-drawn", "discard elements remove nothing");
+    content("text in capitals", "<text ^style='text-transform:uppercase'>a</text>", "not-drawn",
+            "text-transform is ignored");
+    content("short form of a font", "^<style>.a{font:bold 9px Arial}</style><text class='a'/>",
+            "not-drawn", "the short form of fonts");
+    content("letters right to left", "<text ^direction='rtl'>a</text>", "not-drawn",
+            "direction is ignored");
+    content("text in a shape", "<rect id='r'/><text ^style='shape-inside:url(#r)'>a</text>",
+            "not-drawn", "drawn on one line");
+    content("dashes in parts of a path", "<path ^pathLength='1' stroke-dasharray='.5'/>",
+            "not-drawn", "pathLength is ignored");
+    content("dashes of nothing", "<path ^stroke-dasharray='0'/>", "not-drawn",
+            "dashes of no length");
+    content("event handler", "<rect ^onclick='x()'/>", "not-drawn", "that in onclick included");
+    animation("animated letter-spacing", "^attributeName='letter-spacing' values='0;9' dur='1s'",
+              "not-drawn", "letter-spacing is ignored");
+    row("background",
+        QStringLiteral("<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9'"
+                       " ^style='background:#123'/>"),
+        "not-drawn", "background of the root");
+    content("css animation", "^<style>@keyframes k{} rect{animation:k 1s}</style>", "not-drawn",
+            "CSS animations do not play");
+
+    content("attribute against style", "<rect ^stroke='#ff0000' style='stroke:green'/>",
+            "style-loses", "the attribute stroke is drawn");
+    content("attribute against rule",
+            "<style>rect.a{stroke:green}</style><rect class='b a' ^stroke='#ff0000'/>",
+            "style-loses", "the attribute stroke is drawn");
+    content("selector of attributes", "^<style>[id]{fill:green}</style>", "style-sheet",
+            "the selector [id] selects nothing");
+    content("selector of places", "^<style>rect, g:first-child {fill:green}</style>", "style-sheet",
+            "the selector g:first-child selects nothing");
+    content("selector of the root", "^<style>svg{fill:green}</style>", "style-sheet",
+            "the selector svg selects nothing");
+    content("selector with a condition", "^<style>g:nth-child(2) {fill:green}</style>",
+            "style-sheet", "selects nothing, and the rules behind it may be lost");
+    content("custom property", "^<style>g{--a:green}</style>", "style-sheet",
+            "the property --a is not read, and the rules behind it may be lost");
+    content("namespace of a style sheet",
+            "^<style>@namespace 'http://www.w3.org/2000/svg'; g{fill:green}</style>", "style-sheet",
+            "what stands in @namespace is ignored");
+    content("media", "^<style>@media screen { rect{fill:green} }</style>", "style-sheet",
+            "what stands in @media is ignored");
+    content("font of a style sheet",
+            "^<style>@font-face{font-family:A;src:url(data:font/woff;base64,AA)}</style>",
+            "style-sheet", "fonts of a style sheet are not loaded");
+    content("late style sheet", "<g class='a'/>^<style>.a{fill:green}</style>", "style-sheet",
+            "only to what stands behind it");
+    content("important", "<rect ^style='opacity:1 !important'/>", "style", "its !important");
+    content("variable", "<rect ^style='fill:var(--a, green)'/>", "style", "are not worked out");
+    content("calculation", "<rect ^width='calc(1px + 2px)'/>", "style", "so width is ignored");
+    content("place in a style", "<circle ^style='r:9px'/>", "style",
+            "r is read from an attribute only");
+    content("place in a rule", "^<style>.a{cx:9px}</style><circle class='a'/>", "style",
+            "cx is read from an attribute only");
+    content("transform in a style", "<rect ^style='transform:translate(9px,9px)'/>", "style",
+            "a transform with units");
+
+    content("colour of four numbers", "<rect ^style='stop-color:rgb(1,2,3,0.5)'/>", "colour",
+            "the colour rgb(1,2,3,0.5) is");
+    content("colour of a rule", "^<style>.a{fill:hsl(1,2%,3%)}</style>", "colour",
+            "the colour hsl(1,2%,3%) is");
+    content("colour by an unknown name", "<rect ^style='fill:rebeccapurple'/>", "colour",
+            "the colour rebeccapurple is");
+    animation("animated colour",
+              "attributeName='stop-color' ^values='hsl(0,9%,9%);hsl(9,9%,9%)' dur='1s'", "colour",
+              "the colour hsl(0,9%,9%) is");
+    content("colour of a use",
+            "<defs><rect id='r' style='fill:currentColor'/></defs>"
+            "<use xlink:href='#r' ^color='green'/>",
+            "colour", "does not reach the currentColor");
+    content("percentage", "<rect width='9' ^height='50%'/>", "unit",
+            "a percentage of height is not taken of anything");
+    content("percentage of opacity", "<rect ^style='fill-opacity:50%'/>", "unit",
+            "a percentage of fill-opacity is not read");
+    content("percentage of a radial gradient",
+            "<radialGradient id='g' ^cx='50%'/><rect fill='url(#g)'/>", "unit",
+            "a percentage of cx");
+    content("points", "<text ^font-size='12pt'>a</text>", "unit", "an inch has 90 pixels");
+    content("ems", "<text ^style='font-size:2em'>a</text>", "unit", "the unit em of font-size");
+    content("dashes with units", "<path ^stroke-dasharray='3px 2px'/>", "unit",
+            "the unit px of stroke-dasharray");
+    content("font-size by name", "<text ^font-size='x-large'>a</text>", "unit",
+            "the font-size x-large is not read");
+    animation("animated percentage", "attributeName='width' ^values='0%;50%' dur='1s'", "unit",
+              "a percentage of width");
+    content("gradient of a gradient",
+            "<linearGradient id='a' x1='0.2'/><linearGradient id='b' ^xlink:href='#a'/>"
+            "<rect fill='url(#b)'/>",
+            "gradient", "x1 of the other gradient");
+    content("gradient without a place",
+            "<linearGradient id='a' ^gradientUnits='userSpaceOnUse'/><rect fill='url(#a)'/>",
+            "gradient", "the gradient has no x2");
+    content("focal circle", "<radialGradient id='a' ^fr='0.2'/><rect fill='url(#a)'/>", "gradient",
+            "fr is ignored");
+    content("stretched picture", picture("^", "width='20' height='9'").constData(), "picture",
+            "the picture of 1 x 1 pixels is stretched to 20 x 9");
+    content("picture without a size", picture("^", "").constData(), "picture",
+            "without width and height is not drawn");
+    content("opacity of fill and stroke", "<rect ^opacity='0.5' style='fill:green;stroke:red'/>",
+            "opacity", "the fill is seen through the stroke");
+    content("animated opacity of fill and stroke",
+            "<g style='stroke:red'><rect><animate ^attributeName='opacity' values='0;1' dur='1s'/>"
+            "</rect></g>",
+            "opacity", "the fill is seen through the stroke");
+
+    content("tspan with a place", "<text x='1' y='2'>a <tspan ^y='9'>b</tspan></text>",
+            "text-place", "y of a tspan is ignored");
+    content("tspan with a shift", "<text>a <tspan ^dy='1.2em'>b</tspan></text>", "text-place",
+            "dy of a tspan is ignored");
+    content("first tspan with a place", "<text y='2'><tspan ^x='3' y='2'>b</tspan></text>",
+            "text-place", "x of a tspan is ignored");
+    content("second tspan with the place of its text",
+            "<text x='1' y='2'><tspan>a</tspan> <tspan ^x='1' y='2'>b</tspan></text>", "text-place",
+            "x of a tspan is ignored");
+    content("letters with places", "<text ^x='1 2 3'>abc</text>", "text-place",
+            "a list for x is not read");
+    content("text with a shift", "<text ^dx='5'>abc</text>", "text-place",
+            "dx of a text is ignored");
+    content("hidden tspan", "<text>a <tspan ^visibility='hidden'>b</tspan></text>", "text-run",
+            "visibility of a tspan is ignored");
+    content("tspan that appears",
+            "<text>a <tspan>b<animate ^attributeName='fill-opacity' values='0;1' dur='1s'/>"
+            "</tspan></text>",
+            "text-run", "fill-opacity of a tspan is ignored");
+    content("nested tspan", "<text>a <tspan>b ^<tspan style='fill:green'>c</tspan></tspan></text>",
+            "text-run", "looks like the outer one");
+    content("outlined text",
+            "<g style='stroke:red'>^<text style='fill:none;font-size:100px'>a</text></g>",
+            "text-outline", "are filled with the stroke");
+    content("text with an outline", "^<text style='stroke:red' font-size='50'>a</text>",
+            "text-outline", "in hundredths of its font-size");
+    content("tspan with an outline",
+            "<text font-size='50'>a ^<tspan style='stroke:red'>b</tspan></text>", "text-outline",
+            "in hundredths of its font-size");
+    content("wide spaces", "^<text>a&#160;&#160;b</text>", "text-spacing",
+            "several spaces count as one");
+
+    content("unknown element", "^<Rect/>", "unknown-element", "there is no SVG element Rect");
+    content("required features",
+            "<switch><g ^requiredFeatures='http://www.w3.org/TR/SVG11/feature#Shape'/></switch>",
+            "condition", "requiredFeatures never holds");
+    content("language outside of a switch", "<g ^systemLanguage='de'/>", "condition",
+            "systemLanguage counts in a switch only");
 
     content("external picture", "<image ^xlink:href='logo.png'/>", "external",
             "xlink:href refers to \"logo.png\"");
@@ -335,6 +524,20 @@ void TestInspectProblems::findsProblems_data()
             << QStringLiteral("document-type") << QStringLiteral("drops the document type");
     content("note: idle definition", "<defs>^<g id='a'/></defs>", "idle-definition",
             "nothing uses the definition g#a");
+    content("note: opacity of a group", "<g ^opacity='0.5'><rect/><text>a</text></g>", "opacity",
+            "where two shapes of g overlap");
+    content("note: opacity of a use",
+            "<defs><g id='a'><rect/><rect/></g></defs><use xlink:href='#a' ^style='opacity:.5'/>",
+            "opacity", "where two shapes of use overlap");
+    content("note: fading group",
+            "<g id='b'><animate ^attributeName='opacity' values='0;1' dur='1s'/><rect/><rect/></g>",
+            "opacity", "where two shapes of g#b overlap");
+    row("note: no namespace", QStringLiteral("^<svg viewBox='0 0 9 9'/>"), "namespace",
+        "is not in the namespace of SVG");
+    row("note: no namespace of references",
+        QStringLiteral("<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9'><g id='g'/>"
+                       "<use ^xlink:href='#g'/></svg>"),
+        "namespace", "the prefix xlink is not declared");
     content("note: repeated id", "<g id='a'/><g ^id='a'/>", "repeated-id", "earlier element");
 }
 
@@ -371,6 +574,9 @@ void TestInspectProblems::findsProblems()
     QVERIFY2(found.value(QLatin1String("reason")).toString().contains(reason),
              qPrintable(all.join(QLatin1Char('\n'))));
     QVERIFY(!found.value(QLatin1String("remedy")).toString().isEmpty());
+    QVERIFY2(manualPage().contains(QStringLiteral("\n.TP\n.B ") + manualName(code)
+                                   + QLatin1Char('\n')),
+             "the manual page lists the code");
 }
 
 // What looks like a problem, and plays as in a browser.
@@ -415,10 +621,46 @@ void TestInspectProblems::findsNoProblem_data()
     content("animated style colour",
             "<rect style='fill:#ff0000'><animate attributeName='fill' values='red;blue' dur='1s'/>"
             "</rect>");
-    content("picture",
-            "<image xlink:href='data:image/png;base64,"
-            "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9"
-            "awAAAABJRU5ErkJggg=='/>");
+    content("picture", picture("", "width='9' height='9'").constData());
+    animation("limits that change nothing",
+              "attributeName='x' values='0;1' begin='1s' dur='1s' min='0.5s' max='4s' end='2s'"
+              " restart='never' accumulate='sum' keySplines='0.5 0 1 1'");
+    animation("no end", "attributeName='x' values='0;1' dur='1s' end='indefinite'");
+    animation("words at even times",
+              "attributeName='visibility' values='hidden;visible' dur='1s' keyTimes='0;0.5'");
+    content("mark of the closing part",
+            "<rect><animate attributeName='x' values='0;1' dur='2s'/></rect>"
+            "<animateMotion id='CONCLUSION' begin='1s' dur='1s'/>");
+    content("settings without effect",
+            "<text style='letter-spacing:0px;word-spacing:0;text-decoration:none;"
+            "mix-blend-mode:normal;line-height:1.25' text-decoration='none'>a</text>");
+    content("comment in a style sheet", "<style>/* mask: a; @media */ rect{fill:green}</style>");
+    content("hover", "<style>rect:hover{fill:green}</style>");
+    content("style as the attribute", "<rect stroke='#ff0000' style='stroke:#ff0000'/>");
+    content("last of two rules as the attribute",
+            "<style>.a{stroke:green} .a{stroke:#f00}</style><rect class='a' stroke='#f00'/>");
+    content("style against a rule",
+            "<style>.a{fill:red}</style><rect class='a' style='fill:blue'/>");
+    content("colours",
+            "<rect style='fill:rgb(1, 2, 3)'/><rect style='fill:#abc'/><rect style='fill:none'/>"
+            "<rect style='fill:rgb(1%, 2%, 3%)'/><rect style='fill:DarkSlateGrey'/>"
+            "<rect style='fill:transparent'/>");
+    content("pixels", "<rect width='9px' style='stroke-width:2px;font-size:9px'/>");
+    content("exponent of a length", "<rect width='5e1'/>");
+    content("percentages of a linear gradient",
+            "<linearGradient id='g' x1='5%'><stop offset='5%'/></linearGradient>"
+            "<rect style='fill:url(#g)'/>");
+    content("opacity of one shape", "<g opacity='0.5'><rect style='stroke:none'/></g>");
+    content("opacity of 0", "<g opacity='0'><rect/><rect/></g>");
+    content("first tspan in place", "<text x='1' y='2'><tspan x='1' y='2'>a</tspan></text>");
+    content("kept spaces", "<text xml:space='preserve'>a&#160;&#160;b</text>");
+    content("outline of a large text",
+            "<text style='font-size:100px;stroke:red;fill:blue'>a</text>");
+    content("content for one program",
+            "<switch><foreignObject requiredExtensions='urn:a'/><g/></switch>");
+    content("settings of a program",
+            "<s:sheet xmlns:s='urn:a' id='v'><s:grid id='g'/></s:sheet><metadata><Work/></metadata>"
+            "<defs><s:effect xmlns:s='urn:a' id='e'/><style id='s'/></defs>");
     QTest::newRow("view box with commas")
             << QStringLiteral("<svg xmlns='http://www.w3.org/2000/svg' viewBox='5,5,100,50'/>");
     QTest::newRow("other declared encoding")

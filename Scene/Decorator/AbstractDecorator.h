@@ -78,7 +78,9 @@ public Q_SLOTS:
     /// Begins or ends the child's edit mode; \a pos is in the decorator's coordinates.
     virtual void setEditable(bool editable, const QPointF &pos);
 
-    /// Sizes the child; \a size is in the decorator's units.
+    /// Sizes the child; \a size is in the decorator's units, which are the scene's only as long as
+    /// the decorator is not scaled: a title that was scaled before it was decorated has handed its
+    /// scale to the decorator.
     virtual void setSize(const QSizeF &size);
 
     /// Sets how many scene units a pixel of the view covers, so that handles keep their size on

@@ -121,3 +121,10 @@ QByteArray jsonReport(const Understood &title, const std::vector<Problem> &probl
             {QStringLiteral("notes"), countOf(Problem::Severity::Note, problems)}};
     return QJsonDocument(report).toJson();
 }
+
+QByteArray jsonFailure(const QString &titleName, const QString &reason)
+{
+    return QJsonDocument(QJsonObject{{QStringLiteral("title"), titleName},
+                                     {QStringLiteral("error"), reason}})
+            .toJson();
+}

@@ -12,13 +12,13 @@ namespace {
 // Every option of the command, in the order in which --help lists them.
 struct OptionSet
 {
-    QCommandLineOption json{
-            QStringLiteral("json"),
-            QStringLiteral("Write a JSON object instead of text: the same facts, for programs.")};
+    QCommandLineOption json{QStringLiteral("json"),
+                            QStringLiteral("Write a JSON object instead of text: the same facts, "
+                                           "for programs. Takes one title.")};
     QCommandLineOption plot{
             QStringLiteral("plot"),
             QStringLiteral("Draw the timeline as an SVG picture into FILE as well: a bar for each "
-                           "animation, lighter where its last value holds."),
+                           "animation, lighter where its last value holds. Takes one title."),
             QStringLiteral("FILE")};
     QCommandLineOption strict{
             QStringLiteral("strict"),
@@ -50,9 +50,9 @@ QString description()
             "and definitions with their users. Then come the problems, each with file, line, "
             "column, a reason, a code in brackets, and a remedy in the line below. A warning is "
             "about something that will not play as in a browser, a note about something that "
-            "plays, but is easily lost.\n"
+            "plays, but is easily lost or may look different.\n"
             "\n"
-            "Exit codes: 0, the title is clean; 1, there are warnings; 2, the title cannot be read "
+            "Exit codes: 0, all titles are clean; 1, there are warnings; 2, a title cannot be read "
             "or is refused, or a file cannot be written (standard error says why), or the command "
             "line makes no sense.");
 }
@@ -61,8 +61,8 @@ void describe(QCommandLineParser &parser, const OptionSet &set)
 {
     parser.setApplicationDescription(description());
     parser.addPositionalArgument(QStringLiteral("TITLE"),
-                                 QStringLiteral("The title's SVG file, or - for standard input."),
-                                 QStringLiteral("TITLE.svg"));
+                                 QStringLiteral("The titles' SVG files, or - for standard input."),
+                                 QStringLiteral("TITLE.svg..."));
     set.addTo(parser);
 }
 
@@ -71,14 +71,18 @@ QString withoutFullStop(const QString &text)
     return text.endsWith(QLatin1Char('.')) ? text.chopped(1) : text;
 }
 
-QString titleIn(const QStringList &titles)
+QStringList titlesIn(const QStringList &titles)
 {
     if (titles.isEmpty())
         throw Failure::usage(QStringLiteral("no title given"));
-    if (titles.size() > 1)
-        throw Failure::usage(
-                QStringLiteral("only one title at a time: %1 is one too many").arg(titles.at(1)));
-    return titles.constFirst();
+    return titles;
+}
+
+void refuseSeveral(const Options &options, const QString &option)
+{
+    if (options.titles.size() > 1)
+        throw Failure::usage(QStringLiteral("%1 takes only one title: %2 is one too many")
+                                     .arg(option, options.titles.at(1)));
 }
 
 } // namespace
@@ -104,13 +108,17 @@ Options Options::fromArguments(const QStringList &arguments)
     } else if (parser.isSet(set.version)) {
         options.task = Task::ShowVersion;
     } else {
-        options.title = titleIn(parser.positionalArguments());
+        options.titles = titlesIn(parser.positionalArguments());
         options.json = parser.isSet(set.json);
         options.quiet = parser.isSet(set.quiet);
         options.strict = parser.isSet(set.strict);
         options.plot = parser.value(set.plot);
         if (parser.isSet(set.plot) && options.plot.isEmpty())
             throw Failure::usage(QStringLiteral("--plot \"\": expected a name"));
+        if (options.json)
+            refuseSeveral(options, QStringLiteral("--json"));
+        if (!options.plot.isEmpty())
+            refuseSeveral(options, QStringLiteral("--plot"));
         if (options.json && options.quiet)
             throw Failure::usage(QStringLiteral("--json cannot be combined with --quiet"));
     }

@@ -13,8 +13,8 @@ struct Options
 
     Task task = Task::Inspect;
 
-    QString title; // a file name, or standardInputName()
-    QString plot;  // empty: none
+    QStringList titles; // file names, or standardInputName(); a single one for a plot or JSON
+    QString plot;       // empty: none
     bool json = false;
     bool quiet = false;
     bool strict = false;

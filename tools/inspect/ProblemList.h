@@ -47,4 +47,7 @@ using Check = void (*)(const Understood &title, ProblemList &problems);
 const std::vector<Check> &timingChecks();
 const std::vector<Check> &valueChecks();
 const std::vector<Check> &drawingChecks();
+const std::vector<Check> &styleChecks();
+const std::vector<Check> &paintChecks();
+const std::vector<Check> &textChecks();
 const std::vector<Check> &documentChecks();

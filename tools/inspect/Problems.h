@@ -15,7 +15,7 @@ class Understood;
 struct Problem
 {
     enum class Severity {
-        Note,   // plays, but leans on something that is easily lost
+        Note,   // plays, but is easily lost or may look different
         Warning // does not play as a browser would play it
     };
 

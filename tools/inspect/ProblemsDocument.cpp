@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
 #include "ProblemList.h"
+#include "Properties.h"
 #include "Understood.h"
 
 #include <QRegularExpression>
@@ -15,7 +16,7 @@ namespace {
 
 bool isSvg(const SourceElement &element)
 {
-    return element.name.section(QLatin1Char(':'), -1) == QLatin1String("svg");
+    return withoutPrefix(element.name) == QLatin1String("svg");
 }
 
 const SourceElement &rootOf(const Understood &title)
@@ -79,6 +80,102 @@ void findPrefixes(const Understood &title, ProblemList &problems)
                     QStringLiteral("%1 is not recognised because of its prefix").arg(element.name),
                     QStringLiteral("Make SVG the default namespace and leave the prefix "
                                    "out."));
+    }
+}
+
+// Other programs take a text without it for some other XML.
+void findMissingNamespaces(const Understood &title, ProblemList &problems)
+{
+    const SourceElement &root = rootOf(title);
+    const bool hasPrefix = root.name.contains(QLatin1Char(':'));
+    if (!hasPrefix
+        && root.value(QStringLiteral("xmlns")) != QLatin1String("http://www.w3.org/2000/svg"))
+        problems.note("namespace", root.placeOf(QStringLiteral("xmlns")),
+                      QStringLiteral("the root is not in the namespace of SVG; a browser draws "
+                                     "nothing"),
+                      QStringLiteral("Write <svg xmlns=\"http://www.w3.org/2000/svg\" ...>."));
+    bool isDeclared = false;
+    for (const SourceElement &element : title.source().elements()) {
+        isDeclared |= element.attribute(QStringLiteral("xmlns:xlink")) != nullptr;
+        const SourceAttribute *const href = element.attribute(QStringLiteral("xlink:href"));
+        if (!href || isDeclared)
+            continue;
+        problems.note("namespace", href->place,
+                      QStringLiteral("the prefix xlink is not declared; a browser refuses the "
+                                     "title"),
+                      QStringLiteral("Write <svg xmlns:xlink=\"http://www.w3.org/1999/xlink\" "
+                                     "...>."));
+        return;
+    }
+}
+
+// A browser draws nothing of an element that it does not know, the renderer what stands in it.
+void findUnknownElements(const Understood &title, ProblemList &problems)
+{
+    static const QRegularExpression known(QStringLiteral(
+            "^(svg|g|defs|symbol|use|a|switch|view|title|desc|metadata|style|script|image"
+            "|foreignObject|path|rect|circle|ellipse|line|polyline|polygon|text|tspan|textPath|tref"
+            "|linearGradient|radialGradient|stop|solidColor|pattern|clipPath|mask|marker|filter"
+            "|fe[A-Z]\\w*|set|animate\\w*|mpath|discard|cursor|hatch|hatchpath|mesh\\w*|font\\w*"
+            "|font-face.*|glyph\\w*|missing-glyph|altGlyph\\w*|[hv]kern|color-profile|textArea"
+            "|tbreak|audio|video|iframe|canvas|prefetch|handler|listener|animation|flow\\w*)$"));
+    const std::vector<SourceElement> &elements = title.source().elements();
+    std::vector<bool> isForeign(elements.size(), false); // inside another document's content
+    for (std::size_t number = 1; number < elements.size(); ++number) {
+        const SourceElement &element = elements[number];
+        const auto parent = std::size_t(element.parent);
+        isForeign[number] = isForeign[parent] || elements[parent].name == QLatin1String("metadata")
+                || elements[parent].name == QLatin1String("foreignObject")
+                || element.name.contains(QLatin1Char(':'));
+        if (isForeign[number] || element.name.contains(known))
+            continue;
+        isForeign[number] = true;
+        problems.warn("unknown-element", element.place,
+                      QStringLiteral("there is no SVG element %1; shapes in it are drawn, and in a "
+                                     "browser they are not")
+                              .arg(title.label(int(number))),
+                      QStringLiteral("Correct its name, in capital and small letters, or use a g "
+                                     "element."));
+    }
+}
+
+// What a test of features stands for.
+void findConditions(const Understood &title, ProblemList &problems)
+{
+    for (const SourceElement &element : title.source().elements()) {
+        if (element.parent == SourceElement::none)
+            continue;
+        const bool isChoice = title.element(element.parent).name == QLatin1String("switch");
+        const SourceAttribute *const features =
+                element.attribute(QStringLiteral("requiredFeatures"));
+        if (isChoice && features)
+            problems.warn("condition", features->place,
+                          QStringLiteral("requiredFeatures never holds, so the switch passes the "
+                                         "element over"),
+                          QStringLiteral("Leave requiredFeatures out."));
+        for (const char *name : {"requiredExtensions", "systemLanguage"}) {
+            const SourceAttribute *const condition = element.attribute(QLatin1String(name));
+            if (condition && !isChoice)
+                problems.warn("condition", condition->place,
+                              QStringLiteral("%1 counts in a switch only; the element is always "
+                                             "drawn")
+                                      .arg(condition->name),
+                              QStringLiteral("Put a switch element around it."));
+        }
+    }
+}
+
+void findEventHandlers(const Understood &title, ProblemList &problems)
+{
+    static const QRegularExpression handler(QStringLiteral("^on[a-z]+$"));
+    for (const SourceElement &element : title.source().elements()) {
+        for (const SourceAttribute &attribute : element.attributes) {
+            if (attribute.name.startsWith(QLatin1String("on")) && attribute.name.contains(handler))
+                problems.warn("not-drawn", attribute.place,
+                              QStringLiteral("scripts do not run, that in %1 included")
+                                      .arg(attribute.name),
+                              QStringLiteral("Use animate elements."));
+        }
     }
 }
 
@@ -162,7 +259,8 @@ void findTextsThatChange(const Understood &title, ProblemList &problems)
 const std::vector<Check> &documentChecks()
 {
     static const std::vector<Check> checks{
-            findMissingSize,       findNestedRoots,  findPrefixes,       findRepeatedIds,
-            findUndefinedEntities, findDocumentType, findTextsThatChange};
+            findMissingSize,       findMissingNamespaces, findNestedRoots,    findPrefixes,
+            findUnknownElements,   findConditions,        findEventHandlers,  findRepeatedIds,
+            findUndefinedEntities, findDocumentType,      findTextsThatChange};
     return checks;
 }

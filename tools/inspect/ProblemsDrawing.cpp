@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
 #include "ProblemList.h"
+#include "Properties.h"
 #include "Understood.h"
 
 #include <QRegularExpression>
@@ -14,41 +15,6 @@
 // What the picture will not show, or shows otherwise.
 
 namespace {
-
-// A property of an element, from an attribute of its own or from its "style".
-struct Property
-{
-    QString name;
-    QString value;
-    Place place;
-};
-
-std::vector<Property> propertiesOf(const SourceElement &element)
-{
-    std::vector<Property> properties;
-    for (const SourceAttribute &attribute : element.attributes) {
-        if (attribute.name != QLatin1String("style")) {
-            properties.push_back({attribute.name, attribute.value.trimmed(), attribute.place});
-            continue;
-        }
-        for (const QString &declaration : attribute.value.split(QLatin1Char(';'))) {
-            const int colon = declaration.indexOf(QLatin1Char(':'));
-            if (colon > 0)
-                properties.push_back({declaration.left(colon).trimmed(),
-                                      declaration.mid(colon + 1).trimmed(), attribute.place});
-        }
-    }
-    return properties;
-}
-
-template <typename Look>
-void lookAtProperties(const Understood &title, Look look)
-{
-    for (const SourceElement &element : title.source().elements()) {
-        for (const Property &property : propertiesOf(element))
-            look(element, property);
-    }
-}
 
 struct Unsupported
 {
@@ -74,6 +40,9 @@ const std::vector<Unsupported> &unsupportedElements()
             {"script", "scripts do not run", "Use animate elements."},
             {"textPath", "text on a path is not drawn", "Use a text for each letter."},
             {"view", "views are ignored", "Set the viewBox of the root."},
+            {"flowRoot", "flowed text is not drawn, and the shape of its region is",
+             "Use a text element for each line."},
+            {"discard", "discard elements remove nothing", "Animate display or opacity."},
     };
     return elements;
 }
@@ -103,16 +72,24 @@ const std::vector<Unsupported> &unsupportedProperties()
             {"baseline-shift", "baseline-shift is ignored", "Use a text of its own."},
             {"dominant-baseline", "dominant-baseline is ignored", "Change y instead."},
             {"writing-mode", "writing-mode is ignored", "Use a text for each letter."},
+            {"text-transform", "text-transform is ignored", "Write the letters as they should be."},
+            {"font-variant", "font-variant is ignored", "Write capitals in a smaller font-size."},
+            {"font-stretch", "font-stretch is ignored", "Name a narrow or wide font family."},
+            {"font", "the short form of fonts is ignored",
+             "Write font-family, font-size, font-weight and font-style."},
+            {"direction", "direction is ignored", "Change x and text-anchor instead."},
+            {"shape-inside", "text does not flow, and is drawn on one line",
+             "Use a text element for each line."},
+            {"inline-size", "text does not flow, and is drawn on one line",
+             "Use a text element for each line."},
+            {"pathLength", "pathLength is ignored: dashes count in pixels",
+             "Write the dashes in pixels."},
+            {"offset-path", "motion paths do not play", "Use animateTransform elements."},
             {"animation", "CSS animations do not play", "Use animate elements."},
             {"animation-name", "CSS animations do not play", "Use animate elements."},
             {"transition", "CSS transitions do not play", "Use animate elements."},
     };
     return properties;
-}
-
-QString withoutPrefix(const QString &name)
-{
-    return name.section(QLatin1Char(':'), -1);
 }
 
 const Unsupported *unsupported(const std::vector<Unsupported> &known, const QString &name)
@@ -123,26 +100,47 @@ const Unsupported *unsupported(const std::vector<Unsupported> &known, const QStr
     return found == known.end() ? nullptr : &*found;
 }
 
+// In a "switch" no browser shows what needs an extension either.
+bool isPassedOver(const SourceElement &element)
+{
+    return !element.value(QStringLiteral("requiredExtensions")).isEmpty();
+}
+
 void findUnsupportedElements(const Understood &title, ProblemList &problems)
 {
     for (const SourceElement &element : title.source().elements()) {
-        if (const Unsupported *const found =
-                    unsupported(unsupportedElements(), withoutPrefix(element.name)))
+        const Unsupported *const found =
+                unsupported(unsupportedElements(), withoutPrefix(element.name));
+        if (found && !isPassedOver(element))
             problems.warn("not-drawn", element.place, QString::fromLatin1(found->reason),
                           QString::fromLatin1(found->remedy));
     }
 }
 
+// A value with which a property makes no difference.
+bool isHarmless(const QString &value)
+{
+    static const QRegularExpression harmless(
+            QStringLiteral("^(|none( .*)?|normal|auto|initial|baseline|alphabetic|ltr|lr|lr-tb"
+                           "|horizontal-tb|[-+]?0(\\.0*)?(px|em|pt|%|s)?( 0(px|%|s)?)*)$"));
+    return value.contains(harmless);
+}
+
 void findUnsupportedProperties(const Understood &title, ProblemList &problems)
 {
     lookAtProperties(title, [&](const SourceElement &, const Property &property) {
-        const bool isNone = property.value.isEmpty() || property.value == QLatin1String("none")
-                || property.value == QLatin1String("normal");
-        if (const Unsupported *const found =
-                    isNone ? nullptr : unsupported(unsupportedProperties(), property.name))
+        const Unsupported *const found = unsupported(unsupportedProperties(), property.name);
+        if (found && !isHarmless(property.value))
             problems.warn("not-drawn", property.place, QString::fromLatin1(found->reason),
                           QString::fromLatin1(found->remedy));
     });
+    for (const Animation &animation : title.animations()) {
+        if (const Unsupported *const found =
+                    unsupported(unsupportedProperties(), animation.attribute))
+            problems.warn("not-drawn",
+                          title.element(animation.element).placeOf(QStringLiteral("attributeName")),
+                          QString::fromLatin1(found->reason), QString::fromLatin1(found->remedy));
+    }
 }
 
 // It is drawn on whatever is below the title.
@@ -156,26 +154,6 @@ void findCompositions(const Understood &title, ProblemList &problems)
                                          "browser ignores it"),
                           QStringLiteral("Choose colours and opacities that need none, or erase by "
                                          "shapes in a clipPath."));
-    });
-}
-
-// The renderer reads "#" colours without alpha, rgb() and names; everything else is black to it.
-// What the library makes of "rgba()" is another colour, too.
-void findForeignColors(const Understood &title, ProblemList &problems)
-{
-    static const QRegularExpression foreignColor(
-            QStringLiteral("^(rgba|hsl|hsla|hwb|lab|lch|oklab|oklch|color)\\("
-                           "|^#([0-9A-Fa-f]{4}|[0-9A-Fa-f]{8})$"));
-    static const QStringList names{QStringLiteral("fill"), QStringLiteral("stroke"),
-                                   QStringLiteral("stop-color"), QStringLiteral("color")};
-    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
-        if (property.value.contains(foreignColor) && names.contains(property.name))
-            problems.warn(
-                    "colour", property.place,
-                    QStringLiteral("the colour %1 is drawn in another colour")
-                            .arg(property.value.left(40)),
-                    QStringLiteral("Write it as #rrggbb, with fill-opacity, stroke-opacity or "
-                                   "stop-opacity beside it."));
     });
 }
 
@@ -199,12 +177,6 @@ bool isLink(const SourceElement &element)
 bool isReferenceName(const QString &name)
 {
     return name == QLatin1String("href") || name == QLatin1String("xlink:href");
-}
-
-bool isAnimationTarget(const SourceElement &element)
-{
-    return withoutPrefix(element.name).startsWith(QLatin1String("animate"))
-            || withoutPrefix(element.name) == QLatin1String("set");
 }
 
 void findExternalReferences(const Understood &title, ProblemList &problems)
@@ -243,24 +215,6 @@ void findExternalReferences(const Understood &title, ProblemList &problems)
     }
 }
 
-bool hasDeclaration(const QString &styleSheet, const char *property)
-{
-    const QRegularExpression declaration(
-            QStringLiteral("(^|[\\s{;])%1\\s*:").arg(QLatin1String(property)));
-    return styleSheet.contains(declaration);
-}
-
-void findUnsupportedStyles(const Understood &title, ProblemList &problems)
-{
-    for (const SourcePlaces::StyleSheet &sheet : title.source().styleSheets()) {
-        for (const Unsupported &property : unsupportedProperties()) {
-            if (hasDeclaration(sheet.text, property.name))
-                problems.warn("not-drawn", sheet.place, QString::fromLatin1(property.reason),
-                              QString::fromLatin1(property.remedy));
-        }
-    }
-}
-
 // An embedded picture that the library has taken out.
 void findLostPictures(const Understood &title, ProblemList &problems)
 {
@@ -294,22 +248,26 @@ void findUnknownReferences(const Understood &title, ProblemList &problems)
                 check(attribute, id);
             const QString id = idOfReference(attribute.value);
             if (isReferenceName(attribute.name) && !id.isEmpty() && !isLink(element)
-                && !isAnimationTarget(element))
+                && !isAnimationElement(element))
                 check(attribute, id);
         }
     }
 }
 
-// The library and the renderer know the older name only.
+// The library and the renderer know the older name only, with its usual prefix.
 void findPlainReferences(const Understood &title, ProblemList &problems)
 {
     for (const SourceElement &element : title.source().elements()) {
-        const SourceAttribute *const href = element.attribute(QStringLiteral("href"));
-        if (href && !isLink(element) && !isAnimationTarget(element)
-            && !element.attribute(QStringLiteral("xlink:href")))
-            problems.warn("plain-href", href->place,
-                          QStringLiteral("href without the prefix xlink is ignored"),
-                          QStringLiteral("Write xlink:href."));
+        if (isLink(element) || isAnimationElement(element)
+            || element.attribute(QStringLiteral("xlink:href")))
+            continue;
+        for (const SourceAttribute &attribute : element.attributes) {
+            if (withoutPrefix(attribute.name) == QLatin1String("href"))
+                problems.warn("plain-href", attribute.place,
+                              QStringLiteral("%1 without the prefix xlink is ignored")
+                                      .arg(attribute.name),
+                              QStringLiteral("Write xlink:href."));
+        }
     }
 }
 
@@ -350,8 +308,9 @@ void findIdleDefinitions(const Understood &title, ProblemList &problems)
 {
     for (const Definition &definition : title.definitions()) {
         const int parent = title.element(definition.element).parent;
+        const QString &name = title.element(definition.element).name;
         if (definition.users.empty() && title.element(parent).name == QLatin1String("defs")
-            && title.element(definition.element).name != QLatin1String("clipPath"))
+            && name != QLatin1String("clipPath") && name != QLatin1String("style"))
             problems.note("idle-definition", title.element(definition.element).place,
                           QStringLiteral("nothing uses the definition %1")
                                   .arg(title.label(definition.element)),
@@ -363,12 +322,17 @@ void findIdleDefinitions(const Understood &title, ProblemList &problems)
 
 const std::vector<Check> &drawingChecks()
 {
-    static const std::vector<Check> checks{findUnsupportedElements, findUnsupportedProperties,
-                                           findCompositions,        findForeignColors,
-                                           findFontLists,           findExternalReferences,
-                                           findUnsupportedStyles,   findLostPictures,
-                                           findUnknownReferences,   findPlainReferences,
-                                           findAnimatedColors,      findLeftOut,
+    static const std::vector<Check> checks{findUnsupportedElements,
+                                           findUnsupportedProperties,
+                                           findCompositions,
+                                           findFontLists,
+                                           findExternalReferences,
+
+                                           findLostPictures,
+                                           findUnknownReferences,
+                                           findPlainReferences,
+                                           findAnimatedColors,
+                                           findLeftOut,
                                            findIdleDefinitions};
     return checks;
 }

@@ -11,7 +11,9 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
+#include <optional>
 
 // When animations play: begins, durations, references between them, repetition, and which of
 // several animations of one attribute shows.
@@ -309,11 +311,21 @@ void findEndsBehindTheTitle(const Understood &title, ProblemList &problems)
     }
 }
 
+// An "animateMotion" that moves nothing, but begins the closing part.
+bool isMarkOnly(const SourceElement &element)
+{
+    const auto has = [&](const char *name) { return element.attribute(QLatin1String(name)); };
+    return element.value(QStringLiteral("id")) == QLatin1String("CONCLUSION")
+            && element.name == QLatin1String("animateMotion") && !has("path") && !has("values")
+            && !has("from") && !has("to") && !has("by");
+}
+
 void findUnplayed(const Understood &title, ProblemList &problems)
 {
     for (const Animation &animation : title.animations()) {
         if (animation.player == Animation::Player::Nobody
-            && title.element(animation.element).name != QLatin1String("animate"))
+            && title.element(animation.element).name != QLatin1String("animate")
+            && !isMarkOnly(title.element(animation.element)))
             problems.warn("not-played", title.element(animation.element).place,
                           QStringLiteral("%1 elements do not play")
                                   .arg(title.element(animation.element).name),
@@ -358,41 +370,81 @@ void findTargetsElsewhere(const Understood &title, ProblemList &problems)
     }
 }
 
-// An attribute of timing that neither the document nor the renderer looks at, and the value with
-// which that makes no difference.
+// The time at which an animation stops, repetitions included; none when it never does.
+std::optional<double> activeEnd(const Animation &animation)
+{
+    if (animation.repeatCount < 0.0)
+        return std::nullopt;
+    return animation.begin
+            + animation.repeatCount * (double(animation.end) - double(animation.begin));
+}
+
+// Whether a value of "end", "min" or "max" leaves an animation as long as it is.
+bool changesNoLength(const Animation &animation, const QString &name, const QString &value)
+{
+    if (value.isEmpty() || value == QLatin1String("indefinite"))
+        return value == QLatin1String("indefinite") && name != QLatin1String("min");
+    if (!isTimeText(value))
+        return false;
+    const std::optional<double> end = activeEnd(animation);
+    const double time = timeFromText(value);
+    if (name == QLatin1String("min"))
+        return !end || time <= *end - animation.begin;
+    if (name == QLatin1String("max"))
+        return end && time >= *end - animation.begin;
+    return end && time >= *end;
+}
+
+// Whether an attribute that nobody looks at would make no difference in a browser either.
+bool isHarmless(const Animation &animation, const SourceElement &element,
+                const SourceAttribute &attribute)
+{
+    const QString value = attribute.value.trimmed();
+    if (attribute.name == QLatin1String("keySplines"))
+        return element.value(QStringLiteral("calcMode")) != QLatin1String("spline");
+    if (attribute.name == QLatin1String("accumulate"))
+        return value == QLatin1String("none") || !animation.isRepeated();
+    if (attribute.name == QLatin1String("additive"))
+        return value == QLatin1String("replace") || isPlayedByRenderer(animation);
+    if (attribute.name == QLatin1String("repeatDur"))
+        return false;
+    return changesNoLength(animation, attribute.name, value);
+}
+
+// An attribute of timing that neither the document nor the renderer looks at.
 struct IgnoredAttribute
 {
     QLatin1String name;
-    QLatin1String harmless;
     QString remedy;
 };
 
+// "restart" is not among them: an animation with a single begin begins once.
 const std::vector<IgnoredAttribute> &ignoredAttributes()
 {
     static const QString samples =
             QStringLiteral("Write the motion as values at equal distances in time.");
     static const std::vector<IgnoredAttribute> attributes{
-            {QLatin1String("keySplines"), QLatin1String(), samples},
-            {QLatin1String("end"), QLatin1String(), QStringLiteral("Shorten dur instead.")},
-            {QLatin1String("min"), QLatin1String("0"), QStringLiteral("Set dur instead.")},
-            {QLatin1String("max"), QLatin1String("indefinite"), QStringLiteral("Set dur instead.")},
-            {QLatin1String("repeatDur"), QLatin1String(),
-             QStringLiteral("Use repeatCount instead.")},
-            {QLatin1String("restart"), QLatin1String("always"),
-             QStringLiteral("Leave it out: an animation begins once.")},
-            {QLatin1String("accumulate"), QLatin1String("none"),
+            {QLatin1String("keySplines"), samples},
+            {QLatin1String("end"), QStringLiteral("Shorten dur instead.")},
+            {QLatin1String("min"), QStringLiteral("Set dur instead.")},
+            {QLatin1String("max"), QStringLiteral("Set dur instead.")},
+            {QLatin1String("repeatDur"), QStringLiteral("Use repeatCount instead.")},
+            {QLatin1String("additive"),
+             QStringLiteral("Write values to which the element's own value is added.")},
+            {QLatin1String("accumulate"),
              QStringLiteral("Write the values of all cycles into one.")},
     };
     return attributes;
 }
 
-bool areEvenlySpread(const QString &keyTimes)
+// Of `slices` distances of the same length; words have one for each, other values one less.
+bool areEvenlySpread(const QString &keyTimes, bool isWords)
 {
     constexpr double tolerance = 0.001;
     const QStringList times = keyTimes.split(QLatin1Char(';'));
+    const int slices = isWords ? times.size() : std::max(times.size() - 1, 1);
     for (int i = 0; i < times.size(); ++i) {
-        const double even = times.size() > 1 ? double(i) / (times.size() - 1) : 0.0;
-        if (qAbs(times.at(i).trimmed().toDouble() - even) > tolerance)
+        if (qAbs(times.at(i).trimmed().toDouble() - double(i) / slices) > tolerance)
             return false;
     }
     return true;
@@ -406,12 +458,13 @@ void findIgnoredAttributes(const Understood &title, ProblemList &problems)
         const SourceElement &element = title.element(animation.element);
         for (const IgnoredAttribute &ignored : ignoredAttributes()) {
             const SourceAttribute *const given = element.attribute(ignored.name);
-            if (given && (given->value.trimmed() != ignored.harmless || given->value.isEmpty()))
+            if (given && !isHarmless(animation, element, *given))
                 problems.warn("ignored-attribute", given->place,
                               QStringLiteral("%1 is ignored").arg(given->name), ignored.remedy);
         }
         const SourceAttribute *const keyTimes = element.attribute(QStringLiteral("keyTimes"));
-        if (keyTimes && !areEvenlySpread(keyTimes->value))
+        const bool isWords = animation.kind == Animation::Kind::Text;
+        if (keyTimes && !areEvenlySpread(keyTimes->value, isWords))
             problems.warn("ignored-attribute", keyTimes->place,
                           QStringLiteral("keyTimes is ignored: values are at equal distances in "
                                          "time"),
@@ -471,6 +524,25 @@ void findRepeatCounts(const Understood &title, ProblemList &problems)
                               QStringLiteral("Let the last value be the first one, or add an "
                                              "animation of the same attribute that ends there."));
         }
+    }
+}
+
+// The renderer holds the first value after the last of several whole cycles.
+void findTransformsThatReturn(const Understood &title, ProblemList &problems)
+{
+    for (const Animation &animation : title.animations()) {
+        const SourceElement &element = title.element(animation.element);
+        const QStringList values = element.value(QStringLiteral("values")).split(QLatin1Char(';'));
+        const bool isThereAndBack = values.size() > 1
+                && values.constFirst().simplified() == values.constLast().simplified();
+        const double count = animation.repeatCount;
+        if (animation.kind == Animation::Kind::Transform && animation.freezes && count > 1.0
+            && count == std::floor(count) && !isThereAndBack)
+            problems.warn("repeat-ends-at-start", element.placeOf(QStringLiteral("repeatCount")),
+                          QStringLiteral("after its last cycle the animation holds its first "
+                                         "value, not its last one"),
+                          QStringLiteral("Add an animation of the same attribute that begins "
+                                         "there and holds the last value."));
     }
 }
 
@@ -549,16 +621,25 @@ void findOtherWinners(const Understood &title, ProblemList &problems)
     }
 }
 
-// Before its begin the renderer takes the colour of the elements behind away.
-void findLateColors(const Understood &title, ProblemList &problems)
+// Browsers have given the element up. The renderer shows its end for ever, and before its begin it
+// takes the colour of the elements behind away.
+void findColorElements(const Understood &title, ProblemList &problems)
 {
     for (const Animation &animation : title.animations()) {
         const SourceElement &element = title.element(animation.element);
-        if (element.name == QLatin1String("animateColor") && animation.begin > 0)
+        if (element.name != QLatin1String("animateColor"))
+            continue;
+        const QString remedy = QStringLiteral("Use an animate element instead.");
+        if (animation.begin > 0)
             problems.warn("late-animate-color", element.placeOf(QStringLiteral("begin")),
                           QStringLiteral("before an animateColor begins, elements behind it lose "
                                          "their fill"),
-                          QStringLiteral("Use an animate element instead."));
+                          remedy);
+        else
+            problems.warn("animate-color", element.place,
+                          QStringLiteral("an animateColor goes on showing its last colour; "
+                                         "browsers do not play it at all"),
+                          remedy);
     }
 }
 
@@ -594,9 +675,10 @@ const std::vector<Check> &timingChecks()
                                            findIgnoredAttributes,
                                            findCalcModes,
                                            findRepeatCounts,
+                                           findTransformsThatReturn,
                                            findSharedKeys,
                                            findOtherWinners,
-                                           findLateColors,
+                                           findColorElements,
                                            findLostConclusion};
     return checks;
 }

@@ -4,6 +4,7 @@
 #include "SourcePlaces.h"
 
 #include <QHash>
+#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -68,6 +69,12 @@ QHash<QString, int> attributeOffsets(const QString &text, int start, int end)
 bool isTextElement(const QString &name)
 {
     return name == QLatin1String("text") || name == QLatin1String("textArea");
+}
+
+const QRegularExpression &wideSpaces()
+{
+    static const QRegularExpression expression(QStringLiteral("\\x{a0}[\\s\\x{a0}]|\\s\\x{a0}"));
+    return expression;
 }
 
 } // namespace
@@ -169,17 +176,23 @@ private:
         m_open.push_back(int(m_result.m_elements.size()));
         if (isTextElement(element.name) && m_textDepth < 0) {
             m_textDepth = int(m_open.size());
-            m_result.m_texts.push_back({m_open.back(), QString(), {}});
+            m_result.m_texts.push_back({m_open.back(), QString(), {}, false});
         }
         if (element.name == QLatin1String("style"))
-            m_result.m_styleSheets.push_back({QString(), element.place});
+            m_result.m_styleSheets.push_back(
+                    {QString(), element.place, m_open.back(), StyleRules(QString())});
         m_result.m_elements.push_back(std::move(element));
     }
 
     void endElement()
     {
+        if (m_result.m_elements[std::size_t(m_open.back())].name == QLatin1String("style")) {
+            StyleSheet &sheet = m_result.m_styleSheets.back();
+            sheet.rules = StyleRules(sheet.text);
+        }
         if (m_textDepth == int(m_open.size())) {
             SourceText &text = m_result.m_texts.back();
+            text.hasWideSpaces = text.content.contains(wideSpaces());
             text.content = text.content.simplified();
             m_textDepth = -1;
         }

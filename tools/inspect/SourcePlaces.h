@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "StyleSheets.h"
+
 #include <QString>
 
 #include <optional>
@@ -43,8 +45,9 @@ struct SourceElement
 struct SourceText
 {
     int element = SourceElement::none;
-    QString content;         // with single spaces for all white space
-    std::vector<int> owners; // for each character but spaces, the innermost element around it
+    QString content;            // with single spaces for all white space
+    std::vector<int> owners;    // for each character but spaces, the innermost element around it
+    bool hasWideSpaces = false; // several spaces of which one at least does not break
 };
 
 // A well-formed text's elements in document order, up to the end of the root, each with its place:
@@ -75,6 +78,8 @@ public:
     {
         QString text;
         Place place; // of the element
+        int element;
+        StyleRules rules;
     };
     const std::vector<StyleSheet> &styleSheets() const { return m_styleSheets; }
 

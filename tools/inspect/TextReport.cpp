@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace {
@@ -31,6 +32,44 @@ QString placeText(const Place &place)
     return QStringLiteral("%1:%2").arg(place.line).arg(place.column);
 }
 
+// How many columns of a terminal a character takes.
+int columnsOf(uint c)
+{
+    struct Range
+    {
+        uint first;
+        uint last;
+    };
+    static const std::array<Range, 9> wide{{{0x1100, 0x115f},
+                                            {0x2e80, 0x303e},
+                                            {0x3041, 0xa4cf},
+                                            {0xac00, 0xd7a3},
+                                            {0xf900, 0xfaff},
+                                            {0xfe30, 0xfe6f},
+                                            {0xff00, 0xff60},
+                                            {0x1f300, 0x1faff},
+                                            {0x20000, 0x3fffd}}};
+    switch (QChar::category(c)) {
+    case QChar::Mark_NonSpacing:
+    case QChar::Mark_Enclosing:
+    case QChar::Other_Format:
+        return 0;
+    default:
+        return std::any_of(wide.begin(), wide.end(),
+                           [c](const Range &range) { return range.first <= c && c <= range.last; })
+                ? 2
+                : 1;
+    }
+}
+
+int columnsOf(const QString &text)
+{
+    int columns = 0;
+    for (const uint c : text.toUcs4())
+        columns += columnsOf(c);
+    return columns;
+}
+
 // Rows of cells, each column as wide as its widest cell.
 class Table
 {
@@ -49,15 +88,16 @@ public:
             widths.resize(std::max(widths.size(), std::size_t(row.size())), 0);
             for (int column = 0; column < row.size(); ++column) {
                 int &width = widths[std::size_t(column)];
-                width = std::max(width, row.at(column).size());
+                width = std::max(width, columnsOf(row.at(column)));
             }
         }
         QString result;
         for (const QStringList &row : m_rows) {
             QString line;
             for (int column = 0; column < row.size(); ++column)
-                line += QStringLiteral("  ")
-                        + row.at(column).leftJustified(widths[std::size_t(column)]);
+                line += QStringLiteral("  ") + row.at(column)
+                        + QString(widths[std::size_t(column)] - columnsOf(row.at(column)),
+                                  QLatin1Char(' '));
             while (line.endsWith(QLatin1Char(' ')))
                 line.chop(1);
             result += line + QLatin1Char('\n');

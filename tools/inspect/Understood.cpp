@@ -320,12 +320,8 @@ void Understood::readDefinitions()
         }
     }
 
-    std::vector<bool> isInDefs(elements.size(), false);
     for (int number = 1; number < int(elements.size()); ++number) {
         const SourceElement &element = elements[std::size_t(number)];
-        const auto parent = std::size_t(element.parent);
-        isInDefs[std::size_t(number)] =
-                isInDefs[parent] || elements[parent].name == QLatin1String("defs");
         const QString id = element.value(QStringLiteral("id"));
         if (id.isEmpty() || elementWithId(id) != number || isAnimationElement(element.name))
             continue;
@@ -334,7 +330,10 @@ void Understood::readDefinitions()
             if (const std::optional<int> user = numberOf(*use))
                 definition.users.push_back({*user, QStringLiteral("xlink:href")});
         }
-        if (isInDefs[std::size_t(number)] || !definition.users.empty())
+        const bool isMeantForUse =
+                elements[std::size_t(element.parent)].name == QLatin1String("defs")
+                && !element.name.contains(QLatin1Char(':'));
+        if (isMeantForUse || !definition.users.empty())
             m_definitions.push_back(definition);
     }
 }

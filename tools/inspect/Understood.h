@@ -61,7 +61,7 @@ struct AdjustableColor
     QString value; // the template's own
 };
 
-// An element that others refer to by its id, or that stands in "defs" to be referred to.
+// An element that others refer to by its id, or a child of "defs", which waits for that.
 struct Definition
 {
     struct User

@@ -11,9 +11,11 @@
 #include "TitleText.h"
 #include "Understood.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 
@@ -59,9 +61,25 @@ void printText(const Understood &title, const std::vector<Problem> &problems, bo
         print(problemsText(title.name(), problems), stdout);
 }
 
-ExitCode inspect(const Options &options)
+// A picture in the place of the title would be the end of the title.
+void refusePlotOver(const QString &title, const QString &plot)
 {
-    const Understood title(displayName(options.title), readTitleText(options.title));
+    const QFileInfo file(title);
+    if (!plot.isEmpty() && file.exists()
+        && file.canonicalFilePath() == QFileInfo(plot).canonicalFilePath())
+        throw Failure(plot, QStringLiteral("this is the title itself"));
+}
+
+void flushOutput()
+{
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        throw Failure(QStringLiteral("standard output"), qt_error_string(errno));
+}
+
+ExitCode inspect(const QString &name, const Options &options)
+{
+    refusePlotOver(name, options.plot);
+    const Understood title(displayName(name), readTitleText(name));
     const std::vector<Problem> problems = problemsOf(title);
     if (!options.plot.isEmpty())
         writeFile(options.plot, timelinePlot(title));
@@ -69,9 +87,26 @@ ExitCode inspect(const Options &options)
         std::fputs(jsonReport(title, problems).constData(), stdout);
     else
         printText(title, problems, options.quiet);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout))
-        throw Failure(QStringLiteral("standard output"), qt_error_string(errno));
     return exitCodeFor(problems, options.strict);
+}
+
+// The worst exit code of all titles. One that can't be read does not keep the others from being
+// told of.
+ExitCode inspectAll(const Options &options)
+{
+    ExitCode worst = Clean;
+    for (const QString &name : options.titles) {
+        try {
+            worst = std::max(worst, inspect(name, options));
+        } catch (const Failure &failure) {
+            printFailure(failure.message());
+            if (options.json)
+                std::fputs(jsonFailure(displayName(name), failure.message()).constData(), stdout);
+            worst = Unreadable;
+        }
+        flushOutput();
+    }
+    return worst;
 }
 
 ExitCode run(const Options &options)
@@ -84,7 +119,7 @@ ExitCode run(const Options &options)
         print(QStringLiteral("titlescene-inspect " TITLESCENE_VERSION "\n"), stdout);
         break;
     case Options::Task::Inspect:
-        return inspect(options);
+        return inspectAll(options);
     }
     return Clean;
 }

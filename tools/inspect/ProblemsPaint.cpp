@@ -1,0 +1,459 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "ProblemList.h"
+#include "Properties.h"
+#include "Understood.h"
+
+#include <Scene/AnimatableAttribute.h>
+
+#include <QBuffer>
+#include <QColor>
+#include <QImageReader>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+// Colours, lengths, gradients, pictures and opacities that the renderer reads in another way.
+
+namespace {
+
+QString valuesName()
+{
+    return QStringLiteral("values");
+}
+
+// What the renderer reads; everything else is black to it. The library's own reading of "rgba()"
+// gives another colour, too.
+bool isReadColor(const QString &value)
+{
+    static const QRegularExpression read(
+            QStringLiteral("^(none|inherit|currentColor|url\\(.*|#[0-9A-Fa-f]{3}|#[0-9A-Fa-f]{6}"
+                           "|rgb\\([^,/]*(,[^,/]*,[^,/]*|[^,/]*)\\))$"));
+    if (value.contains(read))
+        return true;
+    return !value.startsWith(QLatin1Char('#')) && QColor::isValidColor(value);
+}
+
+bool isColorProperty(const QString &name)
+{
+    return name == QLatin1String("fill") || name == QLatin1String("stroke")
+            || name == QLatin1String("stop-color") || name == QLatin1String("color");
+}
+
+void warnOfColor(ProblemList &problems, const Place &place, const QString &value)
+{
+    problems.warn("colour", place,
+                  QStringLiteral("the colour %1 is drawn in another colour").arg(value.left(40)),
+                  QStringLiteral("Write it as #rrggbb, with fill-opacity, stroke-opacity or "
+                                 "stop-opacity beside it."));
+}
+
+void findForeignColors(const Understood &title, ProblemList &problems)
+{
+    lookAtProperties(title, [&](const SourceElement &element, const Property &property) {
+        const bool isWorkedOut = property.value.contains(QLatin1String("var("));
+        if (isColorProperty(property.name) && !isAnimationElement(element)
+            && !property.value.isEmpty() && !isWorkedOut && !property.isImportant
+            && !isReadColor(property.value))
+            warnOfColor(problems, property.place, property.value);
+    });
+}
+
+// Values that are taken for numbers or words.
+void findForeignAnimatedColors(const Understood &title, ProblemList &problems)
+{
+    for (const Animation &animation : title.animations()) {
+        if (!isColorProperty(animation.attribute) || animation.player != Animation::Player::Document
+            || animation.kind == Animation::Kind::Color)
+            continue;
+        const SourceElement &element = title.element(animation.element);
+        for (const QString &name : {valuesName(), QStringLiteral("from"), QStringLiteral("to")}) {
+            for (const QString &value : element.value(name).split(QLatin1Char(';'))) {
+                if (value.trimmed().isEmpty() || isReadColor(value.trimmed()))
+                    continue;
+                warnOfColor(problems, element.placeOf(name), value.trimmed());
+                break;
+            }
+        }
+    }
+}
+
+// "currentColor" is looked up where it stands, not where it is used.
+void findColorsOfUses(const Understood &title, ProblemList &problems)
+{
+    bool hasCurrentColor = false;
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        hasCurrentColor |= property.value == QLatin1String("currentColor");
+    });
+    lookAtProperties(title, [&](const SourceElement &element, const Property &property) {
+        if (hasCurrentColor && property.name == QLatin1String("color")
+            && element.name == QLatin1String("use"))
+            problems.warn("colour", property.place,
+                          QStringLiteral("the color of a use element does not reach the "
+                                         "currentColor of its definition"),
+                          QStringLiteral("Leave fill and stroke out in the definition, and give "
+                                         "them to the use element."));
+    });
+}
+
+bool isOpacity(const QString &name)
+{
+    return name.endsWith(QLatin1String("opacity"));
+}
+
+bool isLength(const QString &name)
+{
+    static const QStringList names{QStringLiteral("x"),
+                                   QStringLiteral("y"),
+                                   QStringLiteral("width"),
+                                   QStringLiteral("height"),
+                                   QStringLiteral("cx"),
+                                   QStringLiteral("cy"),
+                                   QStringLiteral("r"),
+                                   QStringLiteral("rx"),
+                                   QStringLiteral("ry"),
+                                   QStringLiteral("x1"),
+                                   QStringLiteral("x2"),
+                                   QStringLiteral("y1"),
+                                   QStringLiteral("y2"),
+                                   QStringLiteral("fx"),
+                                   QStringLiteral("fy"),
+                                   QStringLiteral("stroke-width"),
+                                   QStringLiteral("font-size"),
+                                   QStringLiteral("stroke-dasharray"),
+                                   QStringLiteral("stroke-dashoffset")};
+    return names.contains(name);
+}
+
+// Which percentages a gradient takes as such.
+bool takesPercentages(const SourceElement &element)
+{
+    return element.name == QLatin1String("linearGradient")
+            && element.value(QStringLiteral("gradientUnits")) != QLatin1String("userSpaceOnUse");
+}
+
+// Its lengths mean nothing, because it is not drawn or another check is about it.
+bool hasIdleLengths(const SourceElement &element)
+{
+    static const QRegularExpression names(
+            QStringLiteral("^(fe[A-Z].*|filter|mask|pattern|marker|symbol|foreignObject|svg)$"));
+    return withoutPrefix(element.name).contains(names) || isAnimationElement(element);
+}
+
+QString unitIn(const QString &value)
+{
+    static const QRegularExpression unit(
+            QStringLiteral("[0-9.](%|[a-df-zA-Z][a-zA-Z]*|e[mx])(?![a-zA-Z(])"));
+    return unit.match(value).captured(1);
+}
+
+struct UnitProblem
+{
+    QString reason;
+    QString remedy;
+};
+
+UnitProblem problemOfUnit(const QString &name, const QString &unit)
+{
+    static const QStringList ofInches{QStringLiteral("pt"), QStringLiteral("pc"),
+                                      QStringLiteral("mm"), QStringLiteral("cm"),
+                                      QStringLiteral("in")};
+    const QString pixels = QStringLiteral("Write a number of pixels without a unit.");
+    if (isOpacity(name))
+        return {QStringLiteral("a percentage of %1 is not read").arg(name),
+                QStringLiteral("Write a number from 0 to 1.")};
+    if (unit == QLatin1String("%"))
+        return {QStringLiteral("a percentage of %1 is not taken of anything").arg(name),
+                QStringLiteral("Write a number without a unit.")};
+    if (ofInches.contains(unit))
+        return {QStringLiteral("%1 is drawn smaller: an inch has 90 pixels, and 96 in a browser")
+                        .arg(unit),
+                pixels};
+    return {QStringLiteral("the unit %1 of %2 is not read").arg(unit, name), pixels};
+}
+
+void findUnits(const Understood &title, ProblemList &problems)
+{
+    lookAtProperties(title, [&](const SourceElement &element, const Property &property) {
+        const QString &name = property.name;
+        if ((!isLength(name) && !isOpacity(name)) || hasIdleLengths(element))
+            return;
+        const QString unit = unitIn(property.value);
+        const bool isPixels =
+                unit == QLatin1String("px") && name != QLatin1String("stroke-dasharray");
+        const bool isPercentage = unit == QLatin1String("%") && takesPercentages(element);
+        if (unit.isEmpty() || isPixels || isPercentage
+            || property.value.contains(QLatin1String("calc(")))
+            return;
+        const UnitProblem problem = problemOfUnit(name, unit);
+        problems.warn("unit", property.place, problem.reason, problem.remedy);
+    });
+}
+
+void findAnimatedUnits(const Understood &title, ProblemList &problems)
+{
+    for (const Animation &animation : title.animations()) {
+        const QString &name = animation.attribute;
+        if (animation.player != Animation::Player::Document || (!isLength(name) && !isOpacity(name))
+            || takesPercentages(title.element(animation.target)))
+            continue;
+        const SourceElement &element = title.element(animation.element);
+        for (const QString &values : {valuesName(), QStringLiteral("from"), QStringLiteral("to")}) {
+            const QString unit = unitIn(element.value(values));
+            if (unit.isEmpty() || unit == QLatin1String("px"))
+                continue;
+            const UnitProblem problem = problemOfUnit(name, unit);
+            problems.warn("unit", element.placeOf(values), problem.reason, problem.remedy);
+            break;
+        }
+    }
+}
+
+void findSizesOfWords(const Understood &title, ProblemList &problems)
+{
+    static const QRegularExpression word(
+            QStringLiteral("^((xx?-|)(small|large)|medium|smaller|larger)$"));
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        if (property.name == QLatin1String("font-size") && property.value.contains(word))
+            problems.warn("unit", property.place,
+                          QStringLiteral("the font-size %1 is not read").arg(property.value),
+                          QStringLiteral("Write a number of pixels without a unit."));
+    });
+}
+
+// In a browser dashes without a length make a solid line.
+void findDashesOfNothing(const Understood &title, ProblemList &problems)
+{
+    static const QRegularExpression zeros(QStringLiteral("^[0., ]*0[0., ]*$"));
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        if (property.name == QLatin1String("stroke-dasharray") && property.value.contains(zeros))
+            problems.warn("not-drawn", property.place,
+                          QStringLiteral("a line with dashes of no length is not drawn"),
+                          QStringLiteral("Leave stroke-dasharray out."));
+    });
+}
+
+bool isGradient(const SourceElement &element)
+{
+    return element.name == QLatin1String("linearGradient")
+            || element.name == QLatin1String("radialGradient");
+}
+
+// Only the stops and the transform of a gradient come with a reference to it.
+void findGradientsThatInherit(const Understood &title, ProblemList &problems)
+{
+    for (const SourceElement &element : title.source().elements()) {
+        const std::optional<int> other =
+                title.elementWithId(idOfReference(element.value(QStringLiteral("xlink:href"))));
+        if (!isGradient(element) || !other || !isGradient(title.element(*other)))
+            continue;
+        for (const char *name : {"gradientUnits", "spreadMethod", "x1", "y1", "x2", "y2", "cx",
+                                 "cy", "r", "fx", "fy"}) {
+            const QString attribute = QLatin1String(name);
+            if (title.element(*other).attribute(attribute) && !element.attribute(attribute)) {
+                problems.warn("gradient", element.placeOf(QStringLiteral("xlink:href")),
+                              QStringLiteral("%1 of the other gradient does not come with the "
+                                             "reference, only its stops do")
+                                      .arg(attribute),
+                              QStringLiteral("Write it at this gradient as well."));
+                break;
+            }
+        }
+    }
+}
+
+// Without them the renderer takes numbers for fractions, and a browser percentages of the picture.
+void findGradientsWithoutPlace(const Understood &title, ProblemList &problems)
+{
+    for (const SourceElement &element : title.source().elements()) {
+        if (!isGradient(element)
+            || element.value(QStringLiteral("gradientUnits")) != QLatin1String("userSpaceOnUse"))
+            continue;
+        const QStringList needed = element.name == QLatin1String("linearGradient")
+                ? QStringList{QStringLiteral("x2")}
+                : QStringList{QStringLiteral("cx"), QStringLiteral("cy"), QStringLiteral("r")};
+        for (const QString &name : needed) {
+            if (element.attribute(name))
+                continue;
+            problems.warn("gradient", element.placeOf(QStringLiteral("gradientUnits")),
+                          QStringLiteral("the gradient has no %1, which then counts as a fraction "
+                                         "of one pixel")
+                                  .arg(name),
+                          QStringLiteral("Write it in pixels."));
+            break;
+        }
+    }
+}
+
+void findFocalCircles(const Understood &title, ProblemList &problems)
+{
+    for (const SourceElement &element : title.source().elements()) {
+        if (isGradient(element) && element.attribute(QStringLiteral("fr")))
+            problems.warn("gradient", element.placeOf(QStringLiteral("fr")),
+                          QStringLiteral("fr is ignored: the gradient begins at its focal point"),
+                          QStringLiteral("Move the offset of the first stop."));
+    }
+}
+
+QSizeF sizeOfPicture(const QString &reference)
+{
+    const int comma = reference.indexOf(QLatin1Char(','));
+    QByteArray bytes = QByteArray::fromBase64(reference.mid(comma + 1).toLatin1());
+    QBuffer buffer(&bytes);
+    return QImageReader(&buffer).size();
+}
+
+// A picture fills its rectangle, whatever its own shape is.
+void findPicturesThatStretch(const Understood &title, ProblemList &problems)
+{
+    constexpr double tolerance = 0.02;
+    const QString href = QStringLiteral("xlink:href");
+    for (int number = 0; number < int(title.source().elements().size()); ++number) {
+        const SourceElement &element = title.element(number);
+        const QString value = element.value(href);
+        if (element.name != QLatin1String("image") || !value.startsWith(QLatin1String("data:"))
+            || title.treeElement(number).attribute(href) != value)
+            continue;
+        const double width = element.value(QStringLiteral("width")).toDouble();
+        const double height = element.value(QStringLiteral("height")).toDouble();
+        const QString fit = element.value(QStringLiteral("preserveAspectRatio")).trimmed();
+        const QSizeF size = sizeOfPicture(value);
+        if (!element.attribute(QStringLiteral("width"))
+            || !element.attribute(QStringLiteral("height")))
+            problems.warn("picture", element.place,
+                          QStringLiteral("a picture without width and height is not drawn"),
+                          QStringLiteral("Write both."));
+        else if (width > 0.0 && height > 0.0 && !size.isEmpty() && fit != QLatin1String("none")
+                 && qAbs(size.width() * height / (size.height() * width) - 1.0) > tolerance)
+            problems.warn("picture", element.place,
+                          QStringLiteral("the picture of %1 x %2 pixels is stretched to %3 x %4")
+                                  .arg(size.width())
+                                  .arg(size.height())
+                                  .arg(width)
+                                  .arg(height),
+                          QStringLiteral("Write a width and height of the picture's own ratio."));
+    }
+}
+
+bool isShape(const SourceElement &element)
+{
+    static const QStringList names{QStringLiteral("rect"),    QStringLiteral("circle"),
+                                   QStringLiteral("ellipse"), QStringLiteral("path"),
+                                   QStringLiteral("polygon"), QStringLiteral("polyline")};
+    return names.contains(element.name);
+}
+
+bool isGroup(const SourceElement &element)
+{
+    return element.name == QLatin1String("g") || element.name == QLatin1String("a")
+            || element.name == QLatin1String("svg") || element.name == QLatin1String("use");
+}
+
+bool isDrawnByItself(const SourceElement &element)
+{
+    return isShape(element) || element.name == QLatin1String("text")
+            || element.name == QLatin1String("image") || element.name == QLatin1String("line")
+            || element.name == QLatin1String("use");
+}
+
+// How many things each element draws, those that it uses not counted.
+std::vector<int> drawnThings(const Understood &title)
+{
+    const std::vector<SourceElement> &elements = title.source().elements();
+    std::vector<int> counts(elements.size(), 0);
+    for (std::size_t number = elements.size(); number-- > 1;) {
+        counts[number] += isDrawnByItself(elements[number]);
+        if (elements[number].name != QLatin1String("defs"))
+            counts[std::size_t(elements[number].parent)] += counts[number];
+    }
+    return counts;
+}
+
+bool isTranslucent(const QString &opacity)
+{
+    bool isNumber = false;
+    const double value = opacity.toDouble(&isNumber);
+    return isNumber && value > 0.0 && value < 1.0;
+}
+
+// Where an element has a property from, which may be a rule.
+Place placeOfProperty(const SourceElement &element, const QString &name)
+{
+    for (const Property &property : propertiesOf(element)) {
+        if (property.name == name)
+            return property.place;
+    }
+    return element.place;
+}
+
+// Where the opacity of an element is given or animated, unless it never is between 0 and 1.
+std::vector<std::pair<int, Place>> translucentElements(const Understood &title,
+                                                       const StyledValues &values)
+{
+    const QString opacity = QStringLiteral("opacity");
+    std::vector<std::pair<int, Place>> result;
+    for (int number = 0; number < int(title.source().elements().size()); ++number) {
+        const SourceElement &element = title.element(number);
+        if ((isShape(element) || isGroup(element)) && isTranslucent(values.own(number, opacity)))
+            result.emplace_back(number, placeOfProperty(element, opacity));
+    }
+    for (const Animation &animation : title.animations()) {
+        if (animation.player == Animation::Player::Document && animation.attribute == opacity
+            && !animation.isDiscrete)
+            result.emplace_back(
+                    animation.target,
+                    title.element(animation.element).placeOf(QStringLiteral("attributeName")));
+    }
+    return result;
+}
+
+bool isPainted(const QString &paint)
+{
+    return !paint.isEmpty() && paint != QLatin1String("none");
+}
+
+// Opacity goes to each shape, and to fill and stroke, by itself.
+void findOpacitiesOfSeveral(const Understood &title, ProblemList &problems)
+{
+    const StyledValues values(title);
+    const std::vector<int> counts = drawnThings(title);
+    const auto drawnBy = [&](int number) {
+        const QString href = title.element(number).value(QStringLiteral("xlink:href"));
+        const std::optional<int> used = title.elementWithId(idOfReference(href));
+        return title.element(number).name == QLatin1String("use") && used
+                ? counts[std::size_t(*used)]
+                : counts[std::size_t(number)];
+    };
+    const QString remedy = QStringLiteral("Let nothing overlap in it, or cover it with a shape in "
+                                          "the colour of the background.");
+    for (const auto &[number, place] : translucentElements(title, values)) {
+        const SourceElement &element = title.element(number);
+        if (isGroup(element) && drawnBy(number) > 1)
+            problems.note("opacity", place,
+                          QStringLiteral("where two shapes of %1 overlap, both are seen: opacity "
+                                         "goes to each of them by itself")
+                                  .arg(title.label(number)),
+                          remedy);
+        const QString fill = values.inherited(number, QStringLiteral("fill"));
+        if (isShape(element) && (fill.isEmpty() || isPainted(fill))
+            && isPainted(values.inherited(number, QStringLiteral("stroke"))))
+            problems.warn("opacity", place,
+                          QStringLiteral("the fill is seen through the stroke: opacity goes to "
+                                         "each of them by itself"),
+                          QStringLiteral("Draw the stroke and the fill by two shapes that do not "
+                                         "overlap."));
+    }
+}
+
+} // namespace
+
+const std::vector<Check> &paintChecks()
+{
+    static const std::vector<Check> checks{
+            findForeignColors,   findForeignAnimatedColors, findColorsOfUses,
+            findUnits,           findAnimatedUnits,         findSizesOfWords,
+            findDashesOfNothing, findGradientsThatInherit,  findGradientsWithoutPlace,
+            findFocalCircles,    findPicturesThatStretch,   findOpacitiesOfSeveral};
+    return checks;
+}

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "ProblemList.h"
+#include "Properties.h"
+#include "Understood.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <set>
+
+// CSS: what the renderer does not read, and what loses against an attribute.
+
+namespace {
+
+// The renderer prefers an attribute to the element's "style" and to rules.
+void findStylesThatLose(const Understood &title, ProblemList &problems)
+{
+    const StyledValues values(title);
+    const int count = int(title.source().elements().size());
+    const auto warn = [&](const SourceElement &element, const QString &name) {
+        problems.warn("style-loses", element.placeOf(name),
+                      QStringLiteral("the attribute %1 is drawn, and in a browser the other value "
+                                     "that the style gives")
+                              .arg(name),
+                      QStringLiteral("Remove one of the two."));
+    };
+    for (int number = 0; number < count; ++number) {
+        const SourceElement &element = title.element(number);
+        if (isAnimationElement(element))
+            continue;
+        std::set<QString> told;
+        for (const Property &property : propertiesOf(element)) {
+            const SourceAttribute *const attribute = element.attribute(property.name);
+            if (property.origin == Property::Origin::Style && attribute
+                && attribute->value.trimmed() != property.value
+                && told.insert(property.name).second)
+                warn(element, property.name);
+        }
+        const QHash<QString, QString> ruled = values.ofRules(number);
+        for (const SourceAttribute &attribute : element.attributes) {
+            const QString value = ruled.value(attribute.name);
+            if (!value.isEmpty() && value != attribute.value.trimmed()
+                && told.insert(attribute.name).second)
+                warn(element, attribute.name);
+        }
+    }
+}
+
+// The renderer stops to read a style sheet at what it does not understand.
+QString restMayBeLost()
+{
+    return QStringLiteral(", and the rules behind it may be lost");
+}
+
+void findUnreadSelectors(const Understood &title, ProblemList &problems)
+{
+    static const QRegularExpression pointer(QStringLiteral(":(hover|active|focus|visited)\\b"));
+    for (const SourcePlaces::StyleSheet &sheet : title.source().styleSheets()) {
+        for (const StyleRules::Rule &rule : sheet.rules.rules()) {
+            for (const QString &selector : rule.selectors) {
+                const bool isUnread = selector == QLatin1String("svg")
+                        || selector.contains(QLatin1Char('['))
+                        || (selector.contains(QLatin1Char(':')) && !selector.contains(pointer));
+                if (isUnread)
+                    problems.warn("style-sheet", sheet.place,
+                                  QStringLiteral("the selector %1 selects nothing%2")
+                                          .arg(selector.left(40),
+                                               selector.contains(QLatin1Char('(')) ? restMayBeLost()
+                                                                                   : QString()),
+                                  QStringLiteral("Give the elements a class, and the rule a "
+                                                 "selector of that class."));
+            }
+        }
+    }
+}
+
+// "@import" is told of as an external reference, "@keyframes" where an animation names it.
+void findUnreadAtRules(const Understood &title, ProblemList &problems)
+{
+    static const QStringList harmless{QStringLiteral("@charset"), QStringLiteral("@import"),
+                                      QStringLiteral("@keyframes"),
+                                      QStringLiteral("@-webkit-keyframes")};
+    for (const SourcePlaces::StyleSheet &sheet : title.source().styleSheets()) {
+        for (const QString &name : sheet.rules.atRules()) {
+            if (name == QLatin1String("@font-face"))
+                problems.warn("style-sheet", sheet.place,
+                              QStringLiteral("fonts of a style sheet are not loaded"),
+                              QStringLiteral("Install the font on the machine, or convert the text "
+                                             "to paths."));
+            else if (!harmless.contains(name))
+                problems.warn("style-sheet", sheet.place,
+                              QStringLiteral("what stands in %1 is ignored").arg(name)
+                                      + restMayBeLost(),
+                              QStringLiteral("Write the rules without it."));
+        }
+    }
+}
+
+void findCustomProperties(const Understood &title, ProblemList &problems)
+{
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        if (property.origin == Property::Origin::Sheet
+            && property.name.startsWith(QLatin1String("--")))
+            problems.warn("style-sheet", property.place,
+                          QStringLiteral("the property %1 is not read").arg(property.name.left(40))
+                                  + restMayBeLost(),
+                          QStringLiteral("Write the value where it is used."));
+    });
+}
+
+// A style sheet applies to what stands behind it.
+void findLateStyleSheets(const Understood &title, ProblemList &problems)
+{
+    const StyledValues values(title);
+    std::set<int> late;
+    for (int number = 1; number < int(title.source().elements().size()); ++number) {
+        for (const int sheet : values.sheetsFor(number)) {
+            if (sheet > number)
+                late.insert(sheet);
+        }
+    }
+    for (const int sheet : late)
+        problems.warn("style-sheet", title.element(sheet).place,
+                      QStringLiteral("the style sheet applies only to what stands behind it"),
+                      QStringLiteral("Make it the first element of the title."));
+}
+
+void findImportantDeclarations(const Understood &title, ProblemList &problems)
+{
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        if (property.isImportant && property.origin == Property::Origin::Style)
+            problems.warn("style", property.place,
+                          QStringLiteral("the declaration of %1 is ignored because of its "
+                                         "!important")
+                                  .arg(property.name),
+                          QStringLiteral("Leave !important out."));
+    });
+}
+
+void findCalculations(const Understood &title, ProblemList &problems)
+{
+    static const QRegularExpression calculation(QStringLiteral("\\b(var|calc)\\("));
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        if (property.value.contains(QLatin1Char('(')) && property.value.contains(calculation))
+            problems.warn("style", property.place,
+                          QStringLiteral("var() and calc() are not worked out, so %1 is ignored")
+                                  .arg(property.name),
+                          QStringLiteral("Write the value itself."));
+    });
+}
+
+// Places and sizes are read from attributes only.
+void findStyledGeometry(const Understood &title, ProblemList &problems)
+{
+    static const QStringList names{QStringLiteral("x"),     QStringLiteral("y"),
+                                   QStringLiteral("width"), QStringLiteral("cx"),
+                                   QStringLiteral("cy"),    QStringLiteral("height"),
+                                   QStringLiteral("r"),     QStringLiteral("rx"),
+                                   QStringLiteral("ry"),    QStringLiteral("d")};
+    lookAtProperties(title, [&](const SourceElement &element, const Property &property) {
+        if (property.origin != Property::Origin::Attribute && names.contains(property.name)
+            && element.parent != SourceElement::none)
+            problems.warn("style", property.place,
+                          QStringLiteral("%1 is read from an attribute only, not from a style")
+                                  .arg(property.name),
+                          QStringLiteral("Write it as an attribute."));
+    });
+}
+
+// The renderer reads a transform as SVG attributes have it.
+void findStyledTransforms(const Understood &title, ProblemList &problems)
+{
+    static const QRegularExpression cssOnly(
+            QStringLiteral("[0-9.](px|deg|rad|turn|em|%)|(translate|scale|rotate)(X|Y|Z|3d)\\("
+                           "|perspective|matrix3d"));
+    lookAtProperties(title, [&](const SourceElement &, const Property &property) {
+        if (property.origin != Property::Origin::Attribute
+            && property.name == QLatin1String("transform") && property.value.contains(cssOnly))
+            problems.warn("style", property.place,
+                          QStringLiteral("a transform with units or CSS functions is ignored"),
+                          QStringLiteral("Write an attribute such as transform=\"translate(40 20) "
+                                         "rotate(30)\"."));
+    });
+}
+
+// A background belongs to the page that shows a title.
+void findBackgrounds(const Understood &title, ProblemList &problems)
+{
+    lookAtProperties(title, [&](const SourceElement &element, const Property &property) {
+        if (property.origin == Property::Origin::Style && element.parent == SourceElement::none
+            && property.name.startsWith(QLatin1String("background")))
+            problems.warn("not-drawn", property.place,
+                          QStringLiteral("%1 of the root is not drawn").arg(property.name),
+                          QStringLiteral("Draw a rect of the size of the view box."));
+    });
+}
+
+} // namespace
+
+const std::vector<Check> &styleChecks()
+{
+    static const std::vector<Check> checks{findStylesThatLose,   findUnreadSelectors,
+                                           findUnreadAtRules,    findCustomProperties,
+                                           findLateStyleSheets,  findCalculations,
+                                           findStyledGeometry,   findImportantDeclarations,
+                                           findStyledTransforms, findBackgrounds};
+    return checks;
+}
