@@ -62,7 +62,7 @@ QByteArray hexDigits(const QByteArray &component)
 SvgDocument::SvgDocument(const QString &svgText) : m_data(withUtf8Declaration(svgText.toUtf8()))
 {
     fixColors(m_data);
-    m_textSize = m_data.size();
+    endTextAt(m_data.size());
     setBuffer(&m_data);
     QBuffer::open(QIODevice::ReadWrite);
 
@@ -104,6 +104,21 @@ bool SvgDocument::isTextKnown() const
     return !m_knownText.isNull() && m_knownText.constData() == m_data.constData();
 }
 
+/// Whether somebody has changed the bytes without writing to the device. Where the text ended
+/// before is of no account then.
+bool SvgDocument::isChangedInPlace() const
+{
+    return m_data.size() != m_dataSize
+            || (!m_knownText.isNull() && !isTextKnown() && m_knownText != m_data);
+}
+
+/// To be called when all that is to be known of the bytes is known.
+void SvgDocument::endTextAt(qint64 size)
+{
+    m_textSize = size;
+    m_dataSize = m_data.size();
+}
+
 bool SvgDocument::isTreeParsedText() const
 {
     return m_treeIsParsedText && isTextKnown() && !m_treeIsShared;
@@ -127,13 +142,14 @@ void SvgDocument::disagree()
 bool SvgDocument::isTextAdmitted()
 {
     if (!isTextKnown()) {
+        endTextAt(size());
         const QByteArray text = m_data.left(int(m_textSize));
         const Admission admission = admit(text);
         m_admitted = admission.refusal.isEmpty();
         setErrorString(admission.refusal);
         if (m_admitted && admission.text.constData() != text.constData()) {
             m_data = admission.text;
-            m_textSize = m_data.size();
+            endTextAt(m_data.size());
         }
         m_knownText = m_data;
         disagree();
@@ -242,7 +258,7 @@ void SvgDocument::saveToBuffer()
 
 void SvgDocument::writeWholeTree()
 {
-    const QByteArray text = m_treeIsShared ? QByteArray() : textOfTree(m_dom, int(m_textSize));
+    const QByteArray text = m_treeIsShared ? QByteArray() : textOfTree(m_dom, int(size()));
     if (text.isNull()) {
         writeTree(QDomNode::EncodingFromTextStream);
         return;
@@ -306,7 +322,6 @@ void SvgDocument::parseTree()
         m_dom.setContent(this);
     else
         m_dom.clear();
-    m_treeIsShared = false;
     m_treeIsParsedText = true;
     m_textIsSavedTree = false;
 }
@@ -321,9 +336,7 @@ void SvgDocument::edit(const SvgElement &place, const QDomNode &root, const QStr
             disagree();
         return;
     }
-    if (!m_elements)
-        m_elements = std::make_unique<ElementIndex>(root, places());
-    const int number = m_elements->number(place);
+    const int number = elementIndex().number(place);
     if (number == ElementIndex::none)
         return;
     const QDomElement &element = m_elements->elements()[std::size_t(number)];
@@ -339,6 +352,15 @@ void SvgDocument::edit(const SvgElement &place, const QDomNode &root, const QStr
         tags->noteValueChange(number, attributeName);
     else
         tags->noteChange(number);
+}
+
+/// Where the places that the document knows are in the tree. Only for a tree that nobody else can
+/// have changed since it was parsed.
+const ElementIndex &SvgDocument::elementIndex()
+{
+    if (!m_elements)
+        m_elements = std::make_unique<ElementIndex>(m_dom.documentElement(), places());
+    return *m_elements;
 }
 
 /// Where the attributes of m_elements stand in the text; null when it is no saved tree. What
@@ -382,21 +404,24 @@ std::vector<const SvgElement *> SvgDocument::places() const
 
 qint64 SvgDocument::size() const
 {
-    return m_textSize;
+    return isChangedInPlace() ? m_data.size() : m_textSize;
 }
 
 qint64 SvgDocument::readData(char *data, qint64 maxSize)
 {
-    return QBuffer::readData(data, std::min(maxSize, m_textSize - pos()));
+    return QBuffer::readData(data, std::min(maxSize, size() - pos()));
 }
 
 /// Writing at the start begins a new text.
 qint64 SvgDocument::writeData(const char *data, qint64 size)
 {
+    const qint64 oldEnd = this->size();
     m_knownText.clear();
     const qint64 start = pos();
     const qint64 written = QBuffer::writeData(data, size);
-    if (written >= 0)
-        m_textSize = start == 0 ? written : std::max(m_textSize, start + written);
+    if (written < 0)
+        endTextAt(oldEnd);
+    else
+        endTextAt(start == 0 ? written : std::max(oldEnd, start + written));
     return written;
 }

@@ -146,7 +146,10 @@ private Q_SLOTS:
     void drawsTextThatWasWrittenIntoTheBuffer();
     void parsesTextThatWasWrittenIntoTheBuffer();
     void parsesTextThatWasWrittenOverBrokenText();
+    void drawsTextThatWasWrittenOverBrokenText();
     void takesTextInPieces();
+    void takesBytesChangedInPlace_data();
+    void takesBytesChangedInPlace();
     void dropsTheTreeOfTextThatIsBrokenNow_data();
     void dropsTheTreeOfTextThatIsBrokenNow();
 };
@@ -1027,6 +1030,16 @@ void LoadingTest::parsesTextThatWasWrittenOverBrokenText()
              QStringLiteral("blue"));
 }
 
+void LoadingTest::drawsTextThatWasWrittenOverBrokenText()
+{
+    SvgDocument document(QStringLiteral("<svg><rect"));
+    document.setBounds(QRectF(0, 0, 100, 50));
+    QVERIFY(leavesCanvasUntouched(document));
+    writeText(document, svg(redRect()).toUtf8());
+    SvgDocument twin(svg(redRect()));
+    COMPARE_PICTURES(renderAt(document, 0), renderAt(twin, 0), 0);
+}
+
 void LoadingTest::takesTextInPieces()
 {
     const QByteArray text = svg(QStringLiteral("<text>%1</text>").arg(cyrillic)).toUtf8();
@@ -1038,6 +1051,39 @@ void LoadingTest::takesTextInPieces()
     QCOMPARE(savedText(document), text);
     document.viewBox();
     QCOMPARE(document.documentRoot().firstChildElement().text(), cyrillic);
+}
+
+void LoadingTest::takesBytesChangedInPlace_data()
+{
+    QTest::addColumn<bool>("isTextWritten");
+    QTest::addColumn<QByteArray>("id");
+    for (const bool written : {false, true}) {
+        const char *const kind = written ? "written" : "given";
+        QTest::addRow("longer than a %s one", kind) << written << QByteArray("longer");
+        QTest::addRow("shorter than a %s one", kind) << written << QByteArray("i");
+        QTest::addRow("as long as a %s one", kind) << written << QByteArray("dir");
+    }
+}
+
+void LoadingTest::takesBytesChangedInPlace()
+{
+    QFETCH(bool, isTextWritten);
+    QFETCH(QByteArray, id);
+    const QByteArray text =
+            svg(redRect()).replace(QStringLiteral("\"r\""), QStringLiteral("\"old\"")).toUtf8();
+    SvgDocument document(QString::fromUtf8(text));
+    if (isTextWritten)
+        writeText(document, text);
+    document.buffer().replace("old", id);
+    const QByteArray changed = QByteArray(text).replace("old", id);
+    QCOMPARE(document.size(), qint64(changed.size()));
+    document.seek(0);
+    QCOMPARE(document.readAll(), changed);
+    QCOMPARE(document.viewBox(), QRectF(0, 0, 100, 50));
+    document.saveToBuffer();
+    QCOMPARE(firstElement(savedTree(document), QStringLiteral("rect"))
+                     .attribute(QStringLiteral("id")),
+             QString::fromUtf8(id));
 }
 
 void LoadingTest::dropsTheTreeOfTextThatIsBrokenNow_data()
