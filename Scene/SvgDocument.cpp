@@ -62,7 +62,7 @@ QByteArray hexDigits(const QByteArray &component)
 SvgDocument::SvgDocument(const QString &svgText) : m_data(withUtf8Declaration(svgText.toUtf8()))
 {
     fixColors(m_data);
-    endTextAt(m_data.size());
+    m_textSize = m_data.size();
     setBuffer(&m_data);
     QBuffer::open(QIODevice::ReadWrite);
 
@@ -108,15 +108,7 @@ bool SvgDocument::isTextKnown() const
 /// before is of no account then.
 bool SvgDocument::isChangedInPlace() const
 {
-    return m_data.size() != m_dataSize
-            || (!m_knownText.isNull() && !isTextKnown() && m_knownText != m_data);
-}
-
-/// To be called when all that is to be known of the bytes is known.
-void SvgDocument::endTextAt(qint64 size)
-{
-    m_textSize = size;
-    m_dataSize = m_data.size();
+    return !m_knownText.isNull() && !isTextKnown() && m_knownText != m_data;
 }
 
 bool SvgDocument::isTreeParsedText() const
@@ -142,14 +134,14 @@ void SvgDocument::disagree()
 bool SvgDocument::isTextAdmitted()
 {
     if (!isTextKnown()) {
-        endTextAt(size());
+        m_textSize = size();
         const QByteArray text = m_data.left(int(m_textSize));
         const Admission admission = admit(text);
         m_admitted = admission.refusal.isEmpty();
         setErrorString(admission.refusal);
         if (m_admitted && admission.text.constData() != text.constData()) {
             m_data = admission.text;
-            endTextAt(m_data.size());
+            m_textSize = m_data.size();
         }
         m_knownText = m_data;
         disagree();
@@ -415,13 +407,11 @@ qint64 SvgDocument::readData(char *data, qint64 maxSize)
 /// Writing at the start begins a new text.
 qint64 SvgDocument::writeData(const char *data, qint64 size)
 {
-    const qint64 oldEnd = this->size();
+    m_textSize = this->size();
     m_knownText.clear();
     const qint64 start = pos();
     const qint64 written = QBuffer::writeData(data, size);
-    if (written < 0)
-        endTextAt(oldEnd);
-    else
-        endTextAt(start == 0 ? written : std::max(oldEnd, start + written));
+    if (written >= 0)
+        m_textSize = start == 0 ? written : std::max(m_textSize, start + written);
     return written;
 }

@@ -42,8 +42,8 @@ class SvgElement;
 /// The document is its own device: the QBuffer base holds the text, as UTF-8, and the SVG renderer
 /// always loads that text. Every change is made in the tree and then written over the text from
 /// its start. The bytes in data() are never cut off by a shorter text; what can be read from the
-/// device, and its size(), end where the last text ends. After a change through buffer() all bytes
-/// are text.
+/// device, and its size(), end where the last text ends. Where somebody changes a text that has
+/// been parsed through buffer(), all bytes are text.
 ///
 /// Malformed, hostile or empty text gives a document that draws nothing: isLoaded() is false and
 /// errorString() says why in one line. Nothing is thrown, and nothing logged but what Qt's renderer
@@ -227,7 +227,6 @@ private:
 
     bool isTextKnown() const;
     bool isChangedInPlace() const;
-    void endTextAt(qint64 size);
     bool isTextAdmitted();
     bool isTreeParsedText() const;
     bool isTextSavedTree() const;
@@ -287,7 +286,6 @@ private:
 
     bool m_loaded = false;       // the renderer has accepted the template's text
     qint64 m_textSize = 0;       // what lies behind it in m_data is left over from a longer text
-    int m_dataSize = 0;          // m_data's, when m_textSize was found
     QByteArray m_knownText;      // shares m_data's bytes unless somebody else has written them
     bool m_admitted = false;     // the known text may be given to parsers
     bool m_treeIsShared = false; // somebody outside may change the tree at any time
