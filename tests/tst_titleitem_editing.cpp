@@ -114,9 +114,9 @@ void TitleItemEditingTest::setEditableBegins()
 
 void TitleItemEditingTest::setEditableTakesTheFocusAsTheMouseDoes()
 {
+    QVector<Qt::FocusReason> reasons; // outlives the stage, which takes the focus away
     TextStage stage(QStringLiteral("some words"));
     QVERIFY(stage.show());
-    QVector<Qt::FocusReason> reasons;
     connect(&stage.scene, &QGraphicsScene::focusItemChanged, this,
             [&reasons](QGraphicsItem *, QGraphicsItem *, Qt::FocusReason reason) {
                 reasons.append(reason);
