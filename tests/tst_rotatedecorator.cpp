@@ -71,6 +71,7 @@ private Q_SLOTS:
     void goesOnFromWhereItIs();
     void centreIsThatOfThePress();
     void reportsOnce();
+    void reportsAMoveBeforeTheRotation();
     void acceptsPressAndMoveOfAHandle();
     void pressAndReleaseReportNothing();
     void lostMouseEndsTheDrag();
@@ -336,6 +337,22 @@ void RotateDecoratorTest::reportsOnce()
     stage.mouse.press(stage.handleCentre());
     stage.mouse.release();
     QCOMPARE(stage.rotated.count(), 1);
+}
+
+/// Only code can move the frame while its handle is dragged.
+void RotateDecoratorTest::reportsAMoveBeforeTheRotation()
+{
+    Stage stage;
+    QStringList reports;
+    connect(stage.decorator, &RotateDecorator::itemMoved, this,
+            [&reports] { reports.append(QStringLiteral("moved")); });
+    connect(stage.decorator, &RotateDecorator::itemRotated, this,
+            [&reports] { reports.append(QStringLiteral("rotated")); });
+    stage.mouse.press(stage.handleCentre());
+    stage.mouse.moveBy(QPoint(5, 1));
+    stage.decorator->setPos(stage.decorator->pos() + QPointF(1.0, 1.0));
+    stage.mouse.release();
+    QCOMPARE(reports, QStringList({QStringLiteral("moved"), QStringLiteral("rotated")}));
 }
 
 void RotateDecoratorTest::acceptsPressAndMoveOfAHandle()
