@@ -134,7 +134,7 @@ void SvgDocument::disagree()
 bool SvgDocument::isTextAdmitted()
 {
     if (!isTextKnown()) {
-        m_textSize = size();
+        m_textSize = SvgDocument::size();
         const QByteArray text = m_data.left(int(m_textSize));
         const Admission admission = admit(text);
         m_admitted = admission.refusal.isEmpty();
