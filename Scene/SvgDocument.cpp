@@ -104,6 +104,13 @@ bool SvgDocument::isTextKnown() const
     return !m_knownText.isNull() && m_knownText.constData() == m_data.constData();
 }
 
+/// Whether somebody has changed the bytes without writing to the device. Where the text ended
+/// before is of no account then.
+bool SvgDocument::isChangedInPlace() const
+{
+    return !m_knownText.isNull() && !isTextKnown() && m_knownText != m_data;
+}
+
 bool SvgDocument::isTreeParsedText() const
 {
     return m_treeIsParsedText && isTextKnown() && !m_treeIsShared;
@@ -127,6 +134,7 @@ void SvgDocument::disagree()
 bool SvgDocument::isTextAdmitted()
 {
     if (!isTextKnown()) {
+        m_textSize = SvgDocument::size();
         const QByteArray text = m_data.left(int(m_textSize));
         const Admission admission = admit(text);
         m_admitted = admission.refusal.isEmpty();
@@ -242,7 +250,7 @@ void SvgDocument::saveToBuffer()
 
 void SvgDocument::writeWholeTree()
 {
-    const QByteArray text = m_treeIsShared ? QByteArray() : textOfTree(m_dom, int(m_textSize));
+    const QByteArray text = m_treeIsShared ? QByteArray() : textOfTree(m_dom, int(size()));
     if (text.isNull()) {
         writeTree(QDomNode::EncodingFromTextStream);
         return;
@@ -306,7 +314,6 @@ void SvgDocument::parseTree()
         m_dom.setContent(this);
     else
         m_dom.clear();
-    m_treeIsShared = false;
     m_treeIsParsedText = true;
     m_textIsSavedTree = false;
 }
@@ -321,9 +328,7 @@ void SvgDocument::edit(const SvgElement &place, const QDomNode &root, const QStr
             disagree();
         return;
     }
-    if (!m_elements)
-        m_elements = std::make_unique<ElementIndex>(root, places());
-    const int number = m_elements->number(place);
+    const int number = elementIndex().number(place);
     if (number == ElementIndex::none)
         return;
     const QDomElement &element = m_elements->elements()[std::size_t(number)];
@@ -339,6 +344,15 @@ void SvgDocument::edit(const SvgElement &place, const QDomNode &root, const QStr
         tags->noteValueChange(number, attributeName);
     else
         tags->noteChange(number);
+}
+
+/// Where the places that the document knows are in the tree. Only for a tree that nobody else can
+/// have changed since it was parsed.
+const ElementIndex &SvgDocument::elementIndex()
+{
+    if (!m_elements)
+        m_elements = std::make_unique<ElementIndex>(m_dom.documentElement(), places());
+    return *m_elements;
 }
 
 /// Where the attributes of m_elements stand in the text; null when it is no saved tree. What
@@ -382,17 +396,18 @@ std::vector<const SvgElement *> SvgDocument::places() const
 
 qint64 SvgDocument::size() const
 {
-    return m_textSize;
+    return isChangedInPlace() ? m_data.size() : m_textSize;
 }
 
 qint64 SvgDocument::readData(char *data, qint64 maxSize)
 {
-    return QBuffer::readData(data, std::min(maxSize, m_textSize - pos()));
+    return QBuffer::readData(data, std::min(maxSize, size() - pos()));
 }
 
 /// Writing at the start begins a new text.
 qint64 SvgDocument::writeData(const char *data, qint64 size)
 {
+    m_textSize = this->size();
     m_knownText.clear();
     const qint64 start = pos();
     const qint64 written = QBuffer::writeData(data, size);

@@ -42,7 +42,8 @@ class SvgElement;
 /// The document is its own device: the QBuffer base holds the text, as UTF-8, and the SVG renderer
 /// always loads that text. Every change is made in the tree and then written over the text from
 /// its start. The bytes in data() are never cut off by a shorter text; what can be read from the
-/// device, and its size(), end where the last text ends.
+/// device, and its size(), end where the last text ends. Where somebody changes a text that has
+/// been parsed through buffer(), all bytes are text.
 ///
 /// Malformed, hostile or empty text gives a document that draws nothing: isLoaded() is false and
 /// errorString() says why in one line. Nothing is thrown, and nothing logged but what Qt's renderer
@@ -60,16 +61,17 @@ public:
     explicit SvgDocument(const QString &svgText);
     ~SvgDocument() override;
 
-    /// False when the text is not well-formed, is no SVG, or holds something that can't be played
-    /// safely. Such a document draws nothing.
+    /// False when the text of the constructor is not well-formed, is no SVG, or holds something
+    /// that can't be played safely. Such a document draws nothing until another text is written
+    /// into it and bounds are set.
     bool isLoaded() const;
 
     /// \name Drawing
     /// @{
 
     /// Draws the title as it is \a ms after its start into bounds(), in the painter's
-    /// coordinates. The painter's state is as before afterwards. A document that is not loaded, or
-    /// whose bounds are empty, draws nothing. Drawing is not cut to the bounds.
+    /// coordinates. The painter's state is as before afterwards. A text that the renderer rejects,
+    /// or bounds that are empty, draw nothing. Drawing is not cut to the bounds.
     void paint(QPainter *painter, int ms);
 
     /// Brings the tree and the text to the time \a ms: every animated attribute has the value of
@@ -160,8 +162,8 @@ public:
 
     /// The root element of the tree; null when there is none. A change made through it shows in
     /// the text after saveToBuffer() or the next animated frame, and is lost when the text is
-    /// parsed again. From this call until then every frame looks each animated element up anew
-    /// and saves the tree, since anything may have changed.
+    /// parsed again. From this call on every frame looks each animated element up anew and saves
+    /// the tree, since anything may have changed: whoever has the node has the owner document.
     QDomNode documentRoot();
 
     /// Writes the tree over the text, from its start, indented by 1.
@@ -224,6 +226,7 @@ private:
     using AttributeNumbers = std::vector<std::size_t>;
 
     bool isTextKnown() const;
+    bool isChangedInPlace() const;
     bool isTextAdmitted();
     bool isTreeParsedText() const;
     bool isTextSavedTree() const;
@@ -240,6 +243,7 @@ private:
 
     void edit(const SvgElement &place, const QDomNode &root, const QString &attributeName,
               const std::function<bool(const QDomElement &)> &change);
+    const ElementIndex &elementIndex();
     StartTags *startTags();
     std::vector<const SvgElement *> places() const;
     void forgetElements();
@@ -284,7 +288,7 @@ private:
     qint64 m_textSize = 0;       // what lies behind it in m_data is left over from a longer text
     QByteArray m_knownText;      // shares m_data's bytes unless somebody else has written them
     bool m_admitted = false;     // the known text may be given to parsers
-    bool m_treeIsShared = false; // somebody outside may have changed the tree since it was parsed
+    bool m_treeIsShared = false; // somebody outside may change the tree at any time
     bool m_treeIsParsedText = false; // the tree is what parsing the known text gives
     bool m_textIsSavedTree = false;  // the known text is what saveToBuffer() makes of the tree
     std::unique_ptr<ElementIndex> m_elements; // of places() in the tree; null when out of date

@@ -120,7 +120,7 @@ void SvgDocument::adjustAttribute(const QString &name, const QString &value)
     const auto entry = m_adjustableAttributes.find(name);
     if (entry == m_adjustableAttributes.end() || entry->second.empty())
         return;
-    const QByteArray before = isColor(name) ? QByteArray() : m_data.left(int(m_textSize));
+    const QByteArray before = isColor(name) ? QByteArray() : m_data.left(int(size()));
     const QDomElement root = m_dom.documentElement();
     for (const auto &attribute : entry->second)
         writeValue(*attribute, value, root);

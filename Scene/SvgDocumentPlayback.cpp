@@ -58,7 +58,7 @@ void SvgDocument::paint(QPainter *painter, int ms)
     if (m_animated)
         applyAnimation(ms);
     // Given an empty rectangle, the renderer would fill the whole device.
-    if (!m_loaded || !painter || !isDrawable(m_bounds))
+    if (!painter || !isDrawable(m_bounds))
         return;
     const std::unique_ptr<RendererDocument> document = loadRenderer();
     if (!document)

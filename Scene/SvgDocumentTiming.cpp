@@ -291,8 +291,10 @@ void SvgDocument::fixConditionalTiming()
 {
     parseTree();
     ConditionalTiming timing(m_dom.documentElement());
-    if (timing.resolve())
-        saveToBuffer();
+    if (!timing.resolve())
+        return;
+    m_shownSteps.clear(); // a begin may be animated, too
+    saveToBuffer();
 }
 
 void SvgDocument::detectAnimatableAttibutes(int &totalDuration)
@@ -303,13 +305,16 @@ void SvgDocument::detectAnimatableAttibutes(int &totalDuration)
     for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
         const QDomElement element = walk.node().toElement();
         if (element.tagName() != QLatin1String("animate")
-            || !element.hasAttribute(QStringLiteral("attributeName")) || walk.depth() == 0)
+            || !element.hasAttribute(QStringLiteral("attributeName")))
             continue;
         const AnimateTexts texts(element);
+        const QDomNode target = element.parentNode();
+        const SvgElement place =
+                walk.depth() > 0 ? walk.parentElement() : SvgElement(target, walk.node());
         int begin = 0;
         int end = 0;
         getBeginEndParams(texts.begin, texts.dur, begin, end);
-        const auto animation = madeOfFittingKind(element.parentNode(), walk.parentElement(), texts);
+        const auto animation = madeOfFittingKind(target, place, texts);
         animation->setParams(begin, end, texts.repetitions(), texts.fill == QLatin1String("freeze"),
                              texts.calcMode == QLatin1String("discrete")
                                      ? AnimatableAttribute::Discrete

@@ -4,13 +4,17 @@
 #include "SvgDocument.h"
 
 #include "AnimatableAttribute.h"
+#include "ElementIndex_p.h"
 #include "TreeEdit_p.h"
 #include "TreeWalk_p.h"
 
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
+#include <cstddef>
 #include <map>
 #include <optional>
+#include <vector>
 
 // Showing and hiding what stands in "defs" through the "use" elements that draw it.
 
@@ -21,12 +25,44 @@ bool meansShown(const QString &visibility)
     return visibility == QLatin1String("visible");
 }
 
+using Uses = std::map<QString, std::vector<boost::shared_ptr<SvgElement>>>;
+using Ids = std::vector<QString>;
+
+/// For each element that shows definitions, the ids of those. Normally one; more when the "use"
+/// elements were looked for again after a reference had changed.
+class ShownIds
+{
+public:
+    ShownIds(const Uses &uses, const ElementIndex &index)
+        : m_elements(index.elements()), m_ids(m_elements.size())
+    {
+        for (const auto &entry : uses) {
+            for (const auto &use : entry.second) {
+                const int number = index.number(*use);
+                if (number != ElementIndex::none && !use->hasVisibilityAncestor())
+                    m_ids[std::size_t(number)].push_back(entry.first);
+            }
+        }
+    }
+
+    /// To be asked for every node, in document order.
+    Ids of(const QDomNode &node)
+    {
+        return m_next < m_elements.size() && m_elements[m_next] == node ? m_ids[m_next++] : Ids();
+    }
+
+private:
+    const std::vector<QDomElement> &m_elements;
+    std::vector<Ids> m_ids;
+    std::size_t m_next = 0;
+};
+
 /// An element inside "defs" that "use" elements show.
 struct Definition
 {
     QDomElement element;
     QString id;
-    std::optional<QString> controlledBy; ///< the id whose visibility becomes this element's own
+    Ids shown; ///< by the element itself
 };
 
 /// The definitions of one "defs" element, by their numbers: from first, before last.
@@ -36,13 +72,12 @@ struct DefinitionRange
     std::size_t last;
 };
 
-/// All definitions that isUsed(id) holds for, in document order, and the part of them that each
-/// "defs" element holds.
+/// All definitions that are used, in document order, and the part of them that each "defs" element
+/// holds.
 class Definitions
 {
 public:
-    template <typename IsUsed>
-    Definitions(const QDomNode &root, IsUsed isUsed)
+    Definitions(const QDomNode &root, const Uses &uses, ShownIds shownIds)
     {
         std::vector<OpenDefs> open;
         for (TreeWalk walk(root); !walk.atEnd(); walk.next()) {
@@ -51,12 +86,13 @@ public:
                 open.push_back({m_ranges.size(), walk.depth()});
                 m_ranges.push_back({m_definitions.size(), m_definitions.size()});
             }
+            const Ids shown = shownIds.of(walk.node());
             const QDomElement element = walk.node().toElement();
             if (open.empty() || !element.hasAttribute(QStringLiteral("id")))
                 continue;
             const QString id = element.attribute(QStringLiteral("id"));
-            if (isUsed(id))
-                m_definitions.push_back({element, id, controllingId(walk)});
+            if (uses.find(id) != uses.end())
+                m_definitions.push_back({element, id, shown});
         }
         closeDefs(open, 0);
     }
@@ -77,36 +113,67 @@ private:
             m_ranges[open.back().range].last = m_definitions.size();
     }
 
-    static std::optional<QString> controllingId(const TreeWalk &walk)
-    {
-        if (walk.element().hasVisibilityAncestor())
-            return std::nullopt;
-        return usedId(walk.node().toElement());
-    }
-
     std::vector<Definition> m_definitions;
     std::vector<DefinitionRange> m_ranges;
 };
 
-/// What the definitions' own "visibility" attributes make of the elements that show them. A
-/// definition that is itself a "use" element passes on what it has just been given.
-std::map<QString, bool> shownIds(const Definitions &definitions)
+/// What is to become of the elements that show a definition.
+struct Showing
 {
-    std::map<QString, bool> shown;
-    for (const DefinitionRange &range : definitions.ranges()) {
-        for (std::size_t number = range.first; number < range.last; ++number) {
-            const Definition &definition = definitions.at(number);
-            const auto given =
-                    definition.controlledBy ? shown.find(*definition.controlledBy) : shown.end();
-            if (given != shown.end())
-                shown[definition.id] = given->second;
-            else if (hasVisibility(definition.element))
-                shown[definition.id] =
-                        meansShown(definition.element.attribute(QStringLiteral("visibility")));
+    QString id;
+    bool visible;
+    std::size_t turn; ///< the later one counts where both concern the same element
+};
+
+/// The showings of the definitions' own "visibility" attributes, in the order of their turns. A
+/// definition that itself shows another one passes on what it has just been given.
+class Showings
+{
+public:
+    explicit Showings(const Definitions &definitions)
+    {
+        for (const DefinitionRange &range : definitions.ranges()) {
+            for (std::size_t number = range.first; number < range.last; ++number)
+                add(definitions.at(number));
         }
     }
-    return shown;
-}
+
+    std::vector<Showing> inTurn() const
+    {
+        std::vector<Showing> result;
+        for (const auto &entry : m_latest)
+            result.push_back(entry.second);
+        std::sort(result.begin(), result.end(),
+                  [](const Showing &a, const Showing &b) { return a.turn < b.turn; });
+        return result;
+    }
+
+private:
+    void add(const Definition &definition)
+    {
+        const Showing *const given = latestOf(definition.shown);
+        if (!given && !hasVisibility(definition.element))
+            return;
+        const bool visible = given
+                ? given->visible
+                : meansShown(definition.element.attribute(QStringLiteral("visibility")));
+        m_latest[definition.id] = {definition.id, visible, m_turns++};
+    }
+
+    const Showing *latestOf(const Ids &ids) const
+    {
+        const Showing *latest = nullptr;
+        for (const QString &id : ids) {
+            const auto found = m_latest.find(id);
+            if (found != m_latest.end() && (!latest || found->second.turn > latest->turn))
+                latest = &found->second;
+        }
+        return latest;
+    }
+
+    std::map<QString, Showing> m_latest; // by id
+    std::size_t m_turns = 0;
+};
 
 } // namespace
 
@@ -131,15 +198,15 @@ std::vector<boost::shared_ptr<const SvgElement>> SvgDocument::usesOf(const QStri
 void SvgDocument::fixDefinitionsVisibility()
 {
     parseTree();
+    if (m_useElements.empty())
+        return;
     const QDomElement root = m_dom.documentElement();
-    const Definitions definitions(root, [this](const QString &id) {
-        const auto uses = m_useElements.find(id);
-        return uses != m_useElements.end() && !uses->second.empty();
-    });
-    const std::map<QString, bool> shown = shownIds(definitions);
-    for (const auto &entry : shown)
-        showUses(m_useElements[entry.first], entry.second, root);
-    if (!shown.empty())
+    const ShownIds shownIds(m_useElements, elementIndex());
+    const std::vector<Showing> showings =
+            Showings(Definitions(root, m_useElements, shownIds)).inTurn();
+    for (const Showing &showing : showings)
+        showUses(m_useElements[showing.id], showing.visible, root);
+    if (!showings.empty())
         saveToBuffer();
 }
 

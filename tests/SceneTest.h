@@ -201,6 +201,17 @@ inline void sendToScene(QGraphicsScene &scene, QEvent::Type type, const QPointF 
     QCoreApplication::sendEvent(&scene, &event);
 }
 
+//! Whether an item accepts an event of the left button that was ignored so far.
+inline bool accepts(QGraphicsItem &item, QEvent::Type type)
+{
+    QGraphicsSceneMouseEvent event(type);
+    event.setButton(Qt::LeftButton);
+    event.setButtons(Qt::LeftButton);
+    event.ignore();
+    item.scene()->sendEvent(&item, &event);
+    return event.isAccepted();
+}
+
 //! A drag of one move, sent straight to the scene.
 inline void dragOnScene(QGraphicsScene &scene, const QPointF &from, const QPointF &to)
 {

@@ -115,6 +115,7 @@ private Q_SLOTS:
     void tellsOfGeometry_data();
     void tellsOfGeometry();
     void updatesWhenShownOrHidden();
+    void updatesBeforeItIsShownOrHidden();
 
     void dragIsReportedOnce_data();
     void dragIsReportedOnce();
@@ -591,6 +592,17 @@ void AbstractDecoratorTest::updatesWhenShownOrHidden()
     QCOMPARE(decorator.updates, 4);
 }
 
+void AbstractDecoratorTest::updatesBeforeItIsShownOrHidden()
+{
+    SimplestDecorator decorator(nullptr);
+    QVector<bool> visible;
+    connect(&decorator, &AbstractDecorator::decorationChanged, this,
+            [&] { visible.append(decorator.isVisible()); });
+    decorator.setVisible(false);
+    decorator.setVisible(true);
+    QCOMPARE(visible, QVector<bool>({true, false}));
+}
+
 void AbstractDecoratorTest::dragIsReportedOnce_data()
 {
     QTest::addColumn<qreal>("zoom");
@@ -697,7 +709,11 @@ void AbstractDecoratorTest::doubleClickEdits()
     QCOMPARE(stage.child->editPosition, QPointF(10.0, 20.0));
     QCOMPARE(stage.child->calls, QStringList({QStringLiteral("setEditable")}));
     QCOMPARE(stage.moved.count(), 0);
-    // The item base class has had the double click as well: it is a press to it.
+    // The item base class has a double click as well: it is a press to it.
+    stage.decorator->setSelected(false);
+    const QPointF point(-40.0, 0.0);
+    sendToScene(stage.scene, QEvent::GraphicsSceneMouseDoubleClick, point, point);
+    QCOMPARE(stage.decorator->edits, 2);
     QVERIFY(stage.decorator->isSelected());
 }
 

@@ -76,6 +76,8 @@ private Q_SLOTS:
     void replacesAgainAndAgain();
     void savesOtherChangesOfTheTreeAlong();
     void savesEvenWhenTheValueStays();
+    void savesWhatStandsBeforeTheRoot_data();
+    void savesWhatStandsBeforeTheRoot();
     void escapesValues_data();
     void escapesValues();
     void leavesForbiddenCharactersOut_data();
@@ -301,6 +303,32 @@ void AdjustmentTest::savesEvenWhenTheValueStays()
     document.adjustAttribute(fill, QStringLiteral("red"));
     QVERIFY(savedText(document).contains("\n <rect "));
     QCOMPARE(savedValues(document, fill), QStringLiteral("a=red"));
+}
+
+void AdjustmentTest::savesWhatStandsBeforeTheRoot_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QByteArray>("saved");
+    QTest::newRow("nothing") << QString() << QByteArray("<svg");
+    QTest::newRow("declaration") << QStringLiteral("<?xml version=\"1.0\"?>")
+                                 << QByteArray("<?xml version='1.0'?>\n<svg");
+    QTest::newRow("document type")
+            << QStringLiteral("<!DOCTYPE svg>") << QByteArray("<!DOCTYPE svg>\n<svg");
+    QTest::newRow("comment") << QStringLiteral("<!--mine-->") << QByteArray("<!--mine-->\n<svg");
+}
+
+/// Unlike a frame, an adjustment declares no encoding that the template did not.
+void AdjustmentTest::savesWhatStandsBeforeTheRoot()
+{
+    QFETCH(QString, before);
+    QFETCH(QByteArray, saved);
+    SvgDocument document(before + svgTitle(QStringLiteral("<rect fill=\"red\"/>")));
+    document.prepareAdjustedAttibutes({QStringLiteral("fill")});
+    document.adjustAttribute(QStringLiteral("fill"), QStringLiteral("blue"));
+    const QByteArray text = savedText(document);
+    QCOMPARE(text.left(saved.size()), saved);
+    document.saveToBuffer();
+    QVERIFY(savedText(document).startsWith("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"));
 }
 
 void AdjustmentTest::escapesValues_data()

@@ -59,6 +59,7 @@ private Q_SLOTS:
     void skipsAnimationsWithoutAttributeName();
     void animatesTheParent();
     void animatesTheRoot();
+    void countsAnAnimationThatIsTheRoot();
     void leavesOtherAnimationsToTheRenderer();
     void changesNothingInTheTree();
     void tellsWhatItFound();
@@ -408,6 +409,17 @@ void AnimationDetectionTest::animatesTheRoot()
              QStringLiteral("4.000"));
     document.applyAnimation(1000);
     QVERIFY(!savedTree(document).documentElement().hasAttribute(QStringLiteral("a")));
+}
+
+/// It is no title and shows nothing, but an "animate" element all the same.
+void AnimationDetectionTest::countsAnAnimationThatIsTheRoot()
+{
+    SvgDocument document(QStringLiteral("<animate attributeName=\"a\" to=\"8\" dur=\"2s\"/>"));
+    int latestEnd = 0;
+    document.detectAnimatableAttibutes(latestEnd);
+    QCOMPARE(latestEnd, 2000);
+    QCOMPARE(document.animations().size(), std::size_t(1));
+    QCOMPARE(document.animations().front()->location(), std::vector<int>{0});
 }
 
 void AnimationDetectionTest::leavesOtherAnimationsToTheRenderer()

@@ -235,6 +235,7 @@ private Q_SLOTS:
     void parsesTheTextFirst();
     void resolvesTextWrittenLater();
     void isDoneOnce();
+    void animatedBeginsComeBackWithTheFrame();
 };
 
 /// The renderer complains of begins that refer to other animations.
@@ -679,6 +680,22 @@ void ConditionalTimingTest::isDoneOnce()
     const QByteArray resolved = document.data();
     document.fixConditionalTiming();
     QCOMPARE(document.data(), resolved);
+}
+
+void ConditionalTimingTest::animatedBeginsComeBackWithTheFrame()
+{
+    SvgDocument document(svg(QStringLiteral(
+            "<rect><animate id=\"a\" attributeName=\"x\" to=\"9\" begin=\"1s\" dur=\"2s\"/>"
+            "<animate attributeName=\"y\" to=\"9\" dur=\"9s\"><animate attributeName=\"begin\""
+            " values=\"; a.end\" dur=\"2s\" fill=\"freeze\"/></animate></rect>")));
+    for (int i = 0; i < 2; ++i) {
+        document.applyAnimation(2000);
+        QCOMPARE(begins(savedTree(document)),
+                 QStringList({QStringLiteral("1s"), QStringLiteral("a.end")}));
+        document.fixConditionalTiming();
+        QCOMPARE(begins(savedTree(document)),
+                 QStringList({QStringLiteral("1s"), QStringLiteral("3000ms")}));
+    }
 }
 
 QTEST_MAIN(ConditionalTimingTest)

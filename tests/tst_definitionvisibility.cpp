@@ -148,6 +148,10 @@ private Q_SLOTS:
     void savesOverALongerText();
     void parsesTheTextFirst();
     void usesTextWrittenLater();
+    void latestDefinitionCountsWhereAUseShowsTwo_data();
+    void latestDefinitionCountsWhereAUseShowsTwo();
+    void usesStayWhatTheyWereWhenTheyWereFound_data();
+    void usesStayWhatTheyWereWhenTheyWereFound();
 
     void updatesUses_data();
     void updatesUses();
@@ -412,6 +416,73 @@ void DefinitionVisibilityTest::usesTextWrittenLater()
     document.fixDefinitionsVisibility();
     // The last use was not there when uses were looked for.
     QCOMPARE(usesIn(savedTree(document)), QStringLiteral("u=hidden v=hidden w=-"));
+}
+
+void DefinitionVisibilityTest::latestDefinitionCountsWhereAUseShowsTwo_data()
+{
+    QTest::addColumn<QString>("definitions");
+    QTest::addColumn<QString>("uses");
+    const char *const a = "<g id=\"a\" visibility=\"visible\"/>";
+    const char *const b = "<g id=\"b\" visibility=\"hidden\"/>";
+    const auto row = [](const char *name, const char *first, const char *second, const char *third,
+                        const char *uses) {
+        QTest::newRow(name) << QLatin1String(first) + QLatin1String(second) + QLatin1String(third)
+                            << QString::fromLatin1(uses);
+    };
+    row("in the order of ids", a, b, "", "u=hidden");
+    row("against the order of ids", b, a, "", "u=visible");
+    row("one of them twice", b, a, b, "u=hidden");
+    // A definition that is such a use passes the latest on.
+    const char *const c =
+            "<use id=\"c\" xlink:href=\"#a\"/><g><use id=\"v\" xlink:href=\"#c\"/></g>";
+    row("passed on in the order of ids", a, b, c, "c=hidden v=hidden u=hidden");
+    row("passed on against the order of ids", b, a, c, "c=visible v=visible u=visible");
+    row("passed on before the latest", a, c, b, "c=hidden v=visible u=hidden");
+}
+
+void DefinitionVisibilityTest::latestDefinitionCountsWhereAUseShowsTwo()
+{
+    QFETCH(QString, definitions);
+    QFETCH(QString, uses);
+    const QString text =
+            svgTitle(QStringLiteral("<defs>%1</defs><use id=\"u\" xlink:href=\"#a\"/>"));
+    SvgDocument document(text.arg(
+            QString(definitions).replace(QStringLiteral("visibility"), QStringLiteral("note"))));
+    // The same uses refer to something else now, and to both when they are looked for again.
+    QString other = text.arg(definitions);
+    other.replace(QStringLiteral("#a"), QStringLiteral("#b"));
+    document.seek(0);
+    document.write(other.toUtf8());
+    document.detectUseElements();
+    document.fixDefinitionsVisibility();
+    QCOMPARE(usesIn(savedTree(document)), uses);
+}
+
+void DefinitionVisibilityTest::usesStayWhatTheyWereWhenTheyWereFound_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("uses");
+    const QString visible = QStringLiteral("visibility=\"visible\"");
+    QTest::newRow("an ancestor has a visibility now")
+            << QString() << visible << QStringLiteral("c=hidden v=hidden");
+    QTest::newRow("an ancestor had a visibility")
+            << visible << QString() << QStringLiteral("c=- v=-");
+}
+
+void DefinitionVisibilityTest::usesStayWhatTheyWereWhenTheyWereFound()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    QFETCH(QString, uses);
+    const QString text = svgTitle(
+            QStringLiteral("<defs><g id=\"d\" %2/><g %1><use id=\"c\" xlink:href=\"#d\"/></g>"
+                           "</defs><use id=\"v\" xlink:href=\"#c\"/>"));
+    SvgDocument document(text.arg(before, QString()));
+    document.seek(0);
+    document.write(text.arg(after, QStringLiteral("visibility=\"hidden\"")).toUtf8());
+    document.fixDefinitionsVisibility();
+    QCOMPARE(usesIn(savedTree(document)), uses);
 }
 
 void DefinitionVisibilityTest::updatesUses_data()

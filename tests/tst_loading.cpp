@@ -146,7 +146,10 @@ private Q_SLOTS:
     void drawsTextThatWasWrittenIntoTheBuffer();
     void parsesTextThatWasWrittenIntoTheBuffer();
     void parsesTextThatWasWrittenOverBrokenText();
+    void drawsTextThatWasWrittenOverBrokenText();
     void takesTextInPieces();
+    void takesBytesChangedInPlace_data();
+    void takesBytesChangedInPlace();
     void dropsTheTreeOfTextThatIsBrokenNow_data();
     void dropsTheTreeOfTextThatIsBrokenNow();
 };
@@ -1027,6 +1030,16 @@ void LoadingTest::parsesTextThatWasWrittenOverBrokenText()
              QStringLiteral("blue"));
 }
 
+void LoadingTest::drawsTextThatWasWrittenOverBrokenText()
+{
+    SvgDocument document(QStringLiteral("<svg><rect"));
+    document.setBounds(QRectF(0, 0, 100, 50));
+    QVERIFY(leavesCanvasUntouched(document));
+    writeText(document, svg(redRect()).toUtf8());
+    SvgDocument twin(svg(redRect()));
+    COMPARE_PICTURES(renderAt(document, 0), renderAt(twin, 0), 0);
+}
+
 void LoadingTest::takesTextInPieces()
 {
     const QByteArray text = svg(QStringLiteral("<text>%1</text>").arg(cyrillic)).toUtf8();
@@ -1038,6 +1051,35 @@ void LoadingTest::takesTextInPieces()
     QCOMPARE(savedText(document), text);
     document.viewBox();
     QCOMPARE(document.documentRoot().firstChildElement().text(), cyrillic);
+}
+
+void LoadingTest::takesBytesChangedInPlace_data()
+{
+    QTest::addColumn<QString>("given");
+    QTest::addColumn<QByteArray>("id");
+    const QString text = svg(redRect()).replace(QStringLiteral("\"r\""), QStringLiteral("\"old\""));
+    QTest::newRow("longer") << text << QByteArray("longer");
+    QTest::newRow("shorter") << text << QByteArray("i");
+    QTest::newRow("as long") << text << QByteArray("dir");
+    QTest::newRow("over a longer one") << text + QString(99, QLatin1Char('\n')) << QByteArray("i");
+}
+
+void LoadingTest::takesBytesChangedInPlace()
+{
+    QFETCH(QString, given);
+    QFETCH(QByteArray, id);
+    SvgDocument document(given);
+    const QByteArray changed = given.trimmed().toUtf8().replace("old", id);
+    document.saveToBuffer();
+    document.buffer() = changed;
+    QCOMPARE(document.size(), qint64(changed.size()));
+    document.seek(0);
+    QCOMPARE(document.readAll(), changed);
+    QCOMPARE(document.viewBox(), QRectF(0, 0, 100, 50));
+    document.saveToBuffer();
+    QCOMPARE(firstElement(savedTree(document), QStringLiteral("rect"))
+                     .attribute(QStringLiteral("id")),
+             QString::fromUtf8(id));
 }
 
 void LoadingTest::dropsTheTreeOfTextThatIsBrokenNow_data()

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void hasNoMethods();
     void keepsTheMouse_data();
     void keepsTheMouse();
+    void otherButtonsDoNotLetGo();
     void dragLeavesTheViewport();
     void letsEveryEventPass_data();
     void letsEveryEventPass();
@@ -87,6 +88,23 @@ void MouseGuardTest::keepsTheMouse()
     mouse.moveBy(QPoint(10, 10));
     QCOMPARE(QWidget::mouseGrabber(), isKept ? viewport : nullptr);
     mouse.release();
+    QCOMPARE(QWidget::mouseGrabber(), nullptr);
+}
+
+void MouseGuardTest::otherButtonsDoNotLetGo()
+{
+    SceneOnView stage;
+    GraphicsViewportMouseGuard guard;
+    QWidget *viewport = stage.view.viewport();
+    viewport->installEventFilter(&guard);
+    const GrabWarnings warnings(2);
+    ViewMouse left(stage.view);
+    left.press(QPointF(20.0, 20.0));
+    ViewMouse right(stage.view);
+    right.press(QPointF(20.0, 20.0), Qt::RightButton);
+    right.release();
+    QCOMPARE(QWidget::mouseGrabber(), viewport);
+    left.release();
     QCOMPARE(QWidget::mouseGrabber(), nullptr);
 }
 

@@ -367,6 +367,7 @@ private Q_SLOTS:
     void looksElementsUpByTheirPlace();
     void skipsElementsThatAreGone();
     void losesUnsavedChangesWhenTheTextIsParsed();
+    void savesChangesMadeThroughTheOwnerDocument();
 };
 
 void PlaybackTest::choosesTheWinner_data()
@@ -1044,6 +1045,23 @@ void PlaybackTest::losesUnsavedChangesWhenTheTextIsParsed()
         rect.setAttribute(QStringLiteral("b"), QStringLiteral("late"));
         QCOMPARE(attributeAt(document, 250, "r", "b"), QStringLiteral("-"));
         QCOMPARE(attributeAt(document, 250, "r", "x"), QStringLiteral("20.000"));
+    }
+}
+
+/// A document node stays that of the current tree, however often the text is parsed.
+void PlaybackTest::savesChangesMadeThroughTheOwnerDocument()
+{
+    SvgDocument document(svgTitle(movingRect()));
+    const QDomDocument owner = document.documentRoot().ownerDocument();
+    for (const char *value : {"first", "second"}) {
+        document.viewBox();
+        document.applyAnimation(500);
+        elementById(owner.documentElement(), QStringLiteral("r"))
+                .setAttribute(QStringLiteral("b"), QLatin1String(value));
+        QCOMPARE(attributeAt(document, 500, "r", "b"), QLatin1String(value));
+        elementById(owner.documentElement(), QStringLiteral("r"))
+                .setAttribute(QStringLiteral("x"), QStringLiteral("mine"));
+        QCOMPARE(attributeAt(document, 500, "r", "x"), QStringLiteral("40.000"));
     }
 }
 

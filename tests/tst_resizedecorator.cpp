@@ -82,11 +82,13 @@ private Q_SLOTS:
     void methods();
     void startsWithEightHandles();
     void defaults();
+    void startsAroundAChildThatStoodElsewhere();
 
     void placesHandlesOnScreen_data();
     void placesHandlesOnScreen();
     void placesHandlesWithoutView_data();
     void placesHandlesWithoutView();
+    void placesHandlesForTheFirstOfTwoViews();
     void thicknessOfThePenMovesHandles();
     void handlesFollowTheChild();
     void handlesKeepTheirSizeOnScreen_data();
@@ -108,8 +110,10 @@ private Q_SLOTS:
     void dragsAcrossTheOppositeEdge();
     void flatFrameKeepsItsPlace();
     void reportsOnceAndInOrder();
+    void acceptsPressAndMoveOfAHandle();
     void pressAndReleaseReportNothing();
     void unchangedFrameIsNotReported();
+    void childThatGrewUnnoticedIsNotReported();
     void lostMouseEndsTheDrag();
     void theRestDragsTheWholeFrame();
     void withoutViewTheWholeFrameIsDragged();
@@ -158,6 +162,19 @@ void ResizeDecoratorTest::defaults()
     QSignalSpy updates(&decorator, &AbstractDecorator::decorationChanged);
     Q_EMIT child->geometryChanged();
     QCOMPARE(updates.count(), 1);
+}
+
+void ResizeDecoratorTest::startsAroundAChildThatStoodElsewhere()
+{
+    auto *child = new PlainChild;
+    child->setPos(30.0, 40.0);
+    ResizeDecorator decorator(child);
+    QCOMPARE(decorator.pos(), QPointF(30.0, 40.0));
+    // Not by handlesOf(), which places them anew.
+    QPolygonF positions;
+    for (const ResizeHandleItem *handle : childHandles(decorator))
+        positions.append(handle->pos());
+    QCOMPARE(positions.boundingRect(), QRectF(-21.0, -21.0, 121.0, 71.0));
 }
 
 void ResizeDecoratorTest::placesHandlesOnScreen_data()
@@ -227,6 +244,19 @@ void ResizeDecoratorTest::placesHandlesWithoutView()
     decorator->setTransform(transform);
     decorator->updateDecoration();
     QCOMPARE(handlesOf(*decorator).at(section)->pos(), position);
+}
+
+void ResizeDecoratorTest::placesHandlesForTheFirstOfTwoViews()
+{
+    QGraphicsScene scene;
+    QGraphicsView first(&scene);
+    QGraphicsView second(&scene);
+    first.scale(2.0, 2.0);
+    second.scale(4.0, 4.0);
+    auto *decorator = new ResizeDecorator(new PlainChild);
+    scene.addItem(decorator);
+    decorator->updateDecoration();
+    QCOMPARE(handlesOf(*decorator).at(Qt::TopLeftSection)->pos(), QPointF(-5.25, -5.25));
 }
 
 void ResizeDecoratorTest::thicknessOfThePenMovesHandles()
@@ -553,6 +583,14 @@ void ResizeDecoratorTest::reportsOnceAndInOrder()
     QCOMPARE(reports.mid(2), QStringList({QStringLiteral("moved")}));
 }
 
+void ResizeDecoratorTest::acceptsPressAndMoveOfAHandle()
+{
+    Stage stage;
+    putCursorOn(stage.view, stage.centreOf(Qt::RightSection));
+    QVERIFY(accepts(*stage.decorator, QEvent::GraphicsSceneMousePress));
+    QVERIFY(accepts(*stage.decorator, QEvent::GraphicsSceneMouseMove));
+}
+
 void ResizeDecoratorTest::pressAndReleaseReportNothing()
 {
     Stage stage;
@@ -575,6 +613,24 @@ void ResizeDecoratorTest::unchangedFrameIsNotReported()
     stage.mouse.release();
     QCOMPARE(stage.child->size, QSizeF(100.0, 50.0));
     QCOMPARE(stage.resized.count(), 0);
+}
+
+void ResizeDecoratorTest::childThatGrewUnnoticedIsNotReported()
+{
+    SceneOnView stage(1.0);
+    auto *child = new PlainChild;
+    auto *decorator = new ResizeDecorator(child);
+    stage.scene.addItem(decorator);
+    const ResizeHandleItem *const handle = handlesOf(*decorator).at(Qt::LeftSection);
+    decorator->setAvailableHandles({Qt::LeftSection});
+    const QSignalSpy resized(decorator, &ResizeDecorator::itemResized);
+
+    ViewMouse mouse(stage.view);
+    mouse.press(centreOnScene(*handle));
+    child->setRect(QRectF(0.0, 0.0, 150.0, 50.0));
+    mouse.moveBy(QPoint(0, 10)); // along the edge
+    mouse.release();
+    QCOMPARE(resized.count(), 0);
 }
 
 void ResizeDecoratorTest::lostMouseEndsTheDrag()

@@ -55,6 +55,7 @@ class RotateDecoratorTest : public WarningFreeTest
 private Q_SLOTS:
     void methods();
     void startsWithOneHandle();
+    void startsAboveAChildThatStoodElsewhere();
     void turnsAboutTheCentreOfTheChild();
 
     void placesTheHandle_data();
@@ -70,6 +71,8 @@ private Q_SLOTS:
     void goesOnFromWhereItIs();
     void centreIsThatOfThePress();
     void reportsOnce();
+    void reportsAMoveBeforeTheRotation();
+    void acceptsPressAndMoveOfAHandle();
     void pressAndReleaseReportNothing();
     void lostMouseEndsTheDrag();
     void theRestDragsTheWholeFrame();
@@ -108,6 +111,15 @@ void RotateDecoratorTest::startsWithOneHandle()
 
 /// The placement of the child is taken over after that, with the child's own origin point, which a
 /// press replaces.
+void RotateDecoratorTest::startsAboveAChildThatStoodElsewhere()
+{
+    auto *child = new PlainChild;
+    child->setPos(30.0, 40.0);
+    RotateDecorator decorator(child);
+    QCOMPARE(decorator.pos(), QPointF(30.0, 40.0));
+    QCOMPARE(childHandles(decorator).first()->pos(), QPointF(39.5, -21.0));
+}
+
 void RotateDecoratorTest::turnsAboutTheCentreOfTheChild()
 {
     auto *child = new RecordingChild(QRectF(10.0, 20.0, 40.0, 60.0));
@@ -325,6 +337,30 @@ void RotateDecoratorTest::reportsOnce()
     stage.mouse.press(stage.handleCentre());
     stage.mouse.release();
     QCOMPARE(stage.rotated.count(), 1);
+}
+
+/// Only code can move the frame while its handle is dragged.
+void RotateDecoratorTest::reportsAMoveBeforeTheRotation()
+{
+    Stage stage;
+    QStringList reports;
+    connect(stage.decorator, &RotateDecorator::itemMoved, this,
+            [&reports] { reports.append(QStringLiteral("moved")); });
+    connect(stage.decorator, &RotateDecorator::itemRotated, this,
+            [&reports] { reports.append(QStringLiteral("rotated")); });
+    stage.mouse.press(stage.handleCentre());
+    stage.mouse.moveBy(QPoint(5, 1));
+    stage.decorator->setPos(stage.decorator->pos() + QPointF(1.0, 1.0));
+    stage.mouse.release();
+    QCOMPARE(reports, QStringList({QStringLiteral("moved"), QStringLiteral("rotated")}));
+}
+
+void RotateDecoratorTest::acceptsPressAndMoveOfAHandle()
+{
+    Stage stage;
+    putCursorOn(stage.view, stage.handleCentre());
+    QVERIFY(accepts(*stage.decorator, QEvent::GraphicsSceneMousePress));
+    QVERIFY(accepts(*stage.decorator, QEvent::GraphicsSceneMouseMove));
 }
 
 void RotateDecoratorTest::pressAndReleaseReportNothing()

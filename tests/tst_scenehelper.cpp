@@ -516,17 +516,22 @@ void SceneHelperTest::removesItems()
 
 void SceneHelperTest::removesBeforeItTells()
 {
-    PlainItem item;
-    m_helper->addItem(&item);
-    QGraphicsScene *sceneSeen = m_scene;
-    bool hadItems = true;
-    connect(m_helper.get(), &SceneHelper::itemRemoved, this, [&] {
-        sceneSeen = item.scene();
-        hadItems = m_helper->hasItems();
-    });
-    m_helper->removeItem(&item);
-    QCOMPARE(sceneSeen, nullptr);
-    QVERIFY(!hadItems);
+    PlainItem plain;
+    ObjectItem object;
+    for (QGraphicsItem *item :
+         {static_cast<QGraphicsItem *>(&plain), static_cast<QGraphicsItem *>(&object)}) {
+        m_helper->addItem(item);
+        QGraphicsScene *sceneSeen = m_scene;
+        bool hadItems = true;
+        const auto connection = connect(m_helper.get(), &SceneHelper::itemRemoved, this, [&] {
+            sceneSeen = item->scene();
+            hadItems = m_helper->hasItems();
+        });
+        m_helper->removeItem(item);
+        disconnect(connection);
+        QCOMPARE(sceneSeen, nullptr);
+        QVERIFY(!hadItems);
+    }
 }
 
 void SceneHelperTest::removesOnlyItsOwn()
@@ -852,8 +857,8 @@ void SceneHelperTest::viewScalePassesTitlesOver()
     auto *svgTitle = new TitleSvgItem(QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" "
                                                      "viewBox=\"0 0 10 10\"/>"));
     auto *textTitle = new TitleItem(QSizeF(100, 50), nullptr);
-    for (QGraphicsObject *title : {static_cast<QGraphicsObject *>(svgTitle),
-                                   static_cast<QGraphicsObject *>(textTitle)}) {
+    for (QGraphicsObject *title :
+         {static_cast<QGraphicsObject *>(svgTitle), static_cast<QGraphicsObject *>(textTitle)}) {
         QCOMPARE(title->metaObject()->indexOfSlot("setViewScale(qreal)"), -1);
         m_helper->addItem(title);
         m_helper->setViewScale(2);

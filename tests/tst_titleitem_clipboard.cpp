@@ -77,6 +77,7 @@ private Q_SLOTS:
     void overEverythingTakesTheTitlesFormat();
     void overEverythingCanBeUndone();
     void overAPartTakesTheFormatBefore();
+    void allButOneCharacterIsAPart();
     void overEverythingOfNothing_data();
     void overEverythingOfNothing();
     void intoAnEmptyTitle();
@@ -350,6 +351,22 @@ void TitleItemClipboardTest::overAPartTakesTheFormatBefore()
     QVERIFY(looks(stage, 0, 7, Qt::black, 12));
     QVERIFY(looks(stage, 8, 19, Qt::darkGreen, 30));
     QVERIFY(!isBold(stage, 4) && !isBold(stage, 6));
+}
+
+void TitleItemClipboardTest::allButOneCharacterIsAPart()
+{
+    TextStage stage(QStringLiteral("onetw<b>o</b>"));
+    stage.item->setAcceptRichText(false);
+    QVERIFY(stage.show());
+    copy(QStringLiteral("new"), boldRed());
+    stage.doubleClick(stage.pointAt(1));
+    stage.press(QKeySequence::MoveToStartOfDocument);
+    stage.press(QKeySequence::SelectEndOfDocument);
+    stage.press(QKeySequence::SelectPreviousChar);
+    QCOMPARE(stage.selection(), QStringLiteral("onetw"));
+    stage.press(QKeySequence::Paste);
+    QCOMPARE(stage.text(), QStringLiteral("newo"));
+    QVERIFY(isBold(stage, 3));
 }
 
 void TitleItemClipboardTest::overEverythingOfNothing_data()

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void clickSelects();
     void doubleClickBegins();
     void setEditableBegins();
+    void setEditableTakesTheFocusAsTheMouseDoes();
     void setEditablePutsTheCursor_data();
     void setEditablePutsTheCursor();
     void setEditableWithoutAPoint();
@@ -109,6 +110,19 @@ void TitleItemEditingTest::setEditableBegins()
     QVERIFY(stage.item->isSelected());
     QCOMPARE(stage.item->textInteractionFlags(), Qt::TextInteractionFlags(Qt::NoTextInteraction));
     QCOMPARE(stage.item->flags() & QGraphicsItem::ItemIsFocusable, 0);
+}
+
+void TitleItemEditingTest::setEditableTakesTheFocusAsTheMouseDoes()
+{
+    QVector<Qt::FocusReason> reasons; // outlives the stage, which takes the focus away
+    TextStage stage(QStringLiteral("some words"));
+    QVERIFY(stage.show());
+    connect(&stage.scene, &QGraphicsScene::focusItemChanged, this,
+            [&reasons](QGraphicsItem *, QGraphicsItem *, Qt::FocusReason reason) {
+                reasons.append(reason);
+            });
+    stage.item->setEditable(true);
+    QCOMPARE(reasons, QVector<Qt::FocusReason>{Qt::MouseFocusReason});
 }
 
 void TitleItemEditingTest::setEditablePutsTheCursor_data()

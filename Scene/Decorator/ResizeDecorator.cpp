@@ -156,11 +156,12 @@ void ResizeDecorator::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
                                               event->pos() - event->lastPos(), m_keepAspectRatio);
     if (isFinite(resized.move))
         setPos(pos() + resized.move);
-    const QRectF before = boundingRect();
+    // Not boundingRect(), which may not know yet how the child was before.
+    const QRectF before = childrenBoundingRect();
     const QPointer<ResizeDecorator> guard(this);
     setSize(resized.size);
     event->accept();
-    if (guard && boundingRect() != before)
+    if (guard && childrenBoundingRect() != before)
         m_resized = true;
 }
 
