@@ -11,6 +11,7 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <optional>
 
 // Most titles are plain XML, which is read fast, and need nothing. Whatever is said against any
 // other is said by way of a reader that knows all of XML: its bytes are looked at first, for what
@@ -41,10 +42,20 @@ void inspectDocumentType(const QByteArray &subset, const QByteArray &text, Inspe
     inspection->hold(text.count('&') - text.count("&#"), AdmissionLimits::entityReferences);
 }
 
+/// The first limit that the bytes exceed, whatever they say.
+std::optional<AdmissionLimit> limitExceededByBytes(const QByteArray &text)
+{
+    if (text.size() > AdmissionLimits::textSize.most)
+        return AdmissionLimits::textSize;
+    if (std::count(text.begin(), text.end(), '<') > AdmissionLimits::markup.most)
+        return AdmissionLimits::markup;
+    return std::nullopt;
+}
+
 void inspectBytes(const QByteArray &text, Inspection *inspection)
 {
-    if (text.size() > AdmissionLimits::textSize.most) {
-        inspection->exceed(AdmissionLimits::textSize);
+    if (const auto limit = limitExceededByBytes(text)) {
+        inspection->exceed(*limit);
     } else if (std::all_of(text.begin(), text.end(), isWhiteSpace)) {
         inspection->refuse(QStringLiteral("the document is empty"));
     } else if (const int line = lineOfTooManyAttributes(text)) {
@@ -128,7 +139,7 @@ Inspection inspected(const QByteArray &text)
 
 bool isPlainAndHarmless(const QByteArray &text)
 {
-    if (text.size() > AdmissionLimits::textSize.most)
+    if (limitExceededByBytes(text))
         return false;
     Inspection inspection;
     PlainXml xml(text, int(AdmissionLimits::attributes.most));

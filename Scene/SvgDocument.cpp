@@ -268,6 +268,7 @@ void SvgDocument::treeWritten()
     m_knownText = m_data;
     m_admitted = !m_dom.documentElement().isNull();
     m_startTags.reset();
+    m_shownSteps.clear();
     disagree();
 }
 
