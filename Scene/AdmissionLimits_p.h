@@ -12,6 +12,10 @@ struct AdmissionLimit
     qint64 most;
 };
 
+/// What large numbers do. Those of a template are refused; those that an animation has written are
+/// let through where nothing is dashed, as they are in its key values.
+enum class LargeNumbers { Refuse, RefuseBesideDashes };
+
 /// All limits for the text of a title. What they guard against is the behaviour of Qt 5.15's
 /// parsers and renderer; docs/security.md explains each of them to authors and integrators.
 namespace AdmissionLimits {

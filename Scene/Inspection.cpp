@@ -193,7 +193,7 @@ void Inspection::inspectStyle(std::string_view text)
     const StyleScan scan = scanStyle(text);
     hold(scan.dashes, AdmissionLimits::dashes);
     if (scan.isTooLarge)
-        exceed(AdmissionLimits::magnitude);
+        refuseLargeNumber();
 }
 
 void Inspection::inspectAttributes(const std::vector<XmlAttribute> &attributes, const Open &owner)
@@ -278,15 +278,30 @@ int Inspection::inspectNumbers(std::string_view value, const AdmissionLimit &cou
     const NumberScan scan = scanNumbers(value);
     hold(scan.count, count);
     if (scan.isTooLarge)
-        exceed(AdmissionLimits::magnitude);
+        refuseLargeNumber();
     return scan.count;
 }
 
 /// Numbers that are harmless unless something is dashed.
 void Inspection::inspectLooseNumbers(std::string_view value)
 {
-    if (m_lineOfLargeNumber == 0 && scanNumbers(value).isTooLarge)
+    if (scanNumbers(value).isTooLarge)
+        noteLargeNumber();
+}
+
+/// Refused once it is known that something is dashed.
+void Inspection::noteLargeNumber()
+{
+    if (m_lineOfLargeNumber == 0)
         m_lineOfLargeNumber = m_line;
+}
+
+void Inspection::refuseLargeNumber()
+{
+    if (m_largeNumbers == LargeNumbers::Refuse)
+        exceed(AdmissionLimits::magnitude);
+    else
+        noteLargeNumber();
 }
 
 void Inspection::inspectAnimatedName(std::string_view value)

@@ -19,6 +19,11 @@
 class Inspection
 {
 public:
+    explicit Inspection(LargeNumbers largeNumbers = LargeNumbers::Refuse)
+        : m_largeNumbers(largeNumbers)
+    {
+    }
+
     /// Where the reading is, for what a refusal says.
     void setLine(qint64 line) { m_line = line; }
 
@@ -65,11 +70,14 @@ private:
     void inspectPath(std::string_view value, const Open &owner);
     qint64 styleComparisons() const;
     void inspectLooseNumbers(std::string_view value);
+    void noteLargeNumber();
+    void refuseLargeNumber();
     void inspectAnimatedName(std::string_view value);
     void inspectAnimatedValue(std::string_view animated, std::string_view value);
     void addReference(const Open &owner, std::string_view reference);
     void inspectPicture(std::string_view reference, int element);
 
+    const LargeNumbers m_largeNumbers;
     qint64 m_line = 1;
     QString m_refusal;
 

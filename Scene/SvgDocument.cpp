@@ -143,7 +143,8 @@ bool SvgDocument::isTextAdmitted()
 
 std::unique_ptr<RendererDocument> SvgDocument::loadRenderer()
 {
-    if (!isTextAdmitted())
+    // The renderer would wait without end for a device that cannot be read.
+    if (!isReadable() || !isTextAdmitted())
         return nullptr;
     seek(0);
     m_reader.setDevice(this);

@@ -110,7 +110,7 @@ void SvgDocument::applyAnimation(int ms)
 void SvgDocument::judgeFrame()
 {
     const auto text = QByteArray::fromRawData(m_data.constData(), int(m_textSize));
-    const Admission admission = admit(text);
+    const Admission admission = admit(text, LargeNumbers::RefuseBesideDashes);
     const bool isWhole = admission.text.constData() == text.constData();
     m_admitted = isWhole && admission.refusal.isEmpty();
     setErrorString(isWhole ? admission.refusal

@@ -9,6 +9,7 @@
 #include <QBuffer>
 #include <QImage>
 #include <QRandomGenerator>
+#include <QTextCodec>
 
 using namespace AdmissionLimits;
 
@@ -249,6 +250,8 @@ private Q_SLOTS:
     void takesOutWhatExceedsThePixels();
     void refusesDocumentTypes_data();
     void refusesDocumentTypes();
+    void refusesOtherEncodings_data();
+    void refusesOtherEncodings();
     void judgesTemplatesAtOnce_data();
     void judgesTemplatesAtOnce();
     void takesOnlyHarmlessTextsForHarmless_data() { keepsLimits_data(); }
@@ -534,6 +537,25 @@ void AdmissionTest::refusesDocumentTypes()
     QFETCH(QByteArray, declaration);
     QCOMPARE(admit("<!-- <a> --><!DOCTYPE svg [" + declaration + "]>" + svg("<g/>")).refusal,
              QStringLiteral("line 1: the document type declares more than entities"));
+}
+
+void AdmissionTest::refusesOtherEncodings_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    for (const char *name : {"UTF-16", "UTF-16BE", "UTF-16LE", "UTF-32", "UTF-7", "ISO-8859-1"}) {
+        const QString declared =
+                QStringLiteral("<?xml version=\"1.0\" encoding=\"%1\"?>").arg(QLatin1String(name))
+                + QString::fromUtf8(svg("<g/>"));
+        QTest::newRow(name) << QTextCodec::codecForName(name)->fromUnicode(declared);
+        QTest::newRow((QByteArray("a claim of ") + name).constData()) << declared.toUtf8();
+    }
+}
+
+/// Their markup could not be found by its bytes. A document's own text never has one.
+void AdmissionTest::refusesOtherEncodings()
+{
+    QFETCH(QByteArray, text);
+    QCOMPARE(admit(text).refusal, QStringLiteral("line 1: the text is not UTF-8"));
 }
 
 void AdmissionTest::judgesTemplatesAtOnce_data()
