@@ -7,10 +7,12 @@
 #include "Inspection_p.h"
 #include "Markup_p.h"
 #include "PlainXml_p.h"
+#include "XmlText_p.h"
 
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <optional>
 
 // Most titles are plain XML, which is read fast, and need nothing. Whatever is said against any
 // other is said by way of a reader that knows all of XML: its bytes are looked at first, for what
@@ -41,12 +43,32 @@ void inspectDocumentType(const QByteArray &subset, const QByteArray &text, Inspe
     inspection->hold(text.count('&') - text.count("&#"), AdmissionLimits::entityReferences);
 }
 
+/// The first limit that the bytes exceed, whatever they say.
+std::optional<AdmissionLimit> limitExceededByBytes(const QByteArray &text)
+{
+    if (text.size() > AdmissionLimits::textSize.most)
+        return AdmissionLimits::textSize;
+    if (std::count(text.begin(), text.end(), '<') > AdmissionLimits::markup.most)
+        return AdmissionLimits::markup;
+    return std::nullopt;
+}
+
+/// Whether a reader takes the text for UTF-8, in which markup can be found by its bytes.
+bool isReadAsUtf8(const QByteArray &text)
+{
+    const uchar first = text.isEmpty() ? 0 : uchar(text.front());
+    const bool hasOtherMark = first == 0 || first >= 0xFE;
+    return !hasOtherMark && withUtf8Declaration(text).constData() == text.constData();
+}
+
 void inspectBytes(const QByteArray &text, Inspection *inspection)
 {
-    if (text.size() > AdmissionLimits::textSize.most) {
-        inspection->exceed(AdmissionLimits::textSize);
+    if (const auto limit = limitExceededByBytes(text)) {
+        inspection->exceed(*limit);
     } else if (std::all_of(text.begin(), text.end(), isWhiteSpace)) {
         inspection->refuse(QStringLiteral("the document is empty"));
+    } else if (!isReadAsUtf8(text)) {
+        inspection->refuseHere(QStringLiteral("the text is not UTF-8"));
     } else if (const int line = lineOfTooManyAttributes(text)) {
         inspection->setLine(line);
         inspection->exceed(AdmissionLimits::attributes);
@@ -115,9 +137,9 @@ void inspectXml(const QByteArray &text, Inspection *inspection)
     }
 }
 
-Inspection inspected(const QByteArray &text)
+Inspection inspected(const QByteArray &text, LargeNumbers largeNumbers)
 {
-    Inspection inspection;
+    Inspection inspection(largeNumbers);
     inspectBytes(text, &inspection);
     inspectXml(text, &inspection);
     inspection.finish();
@@ -126,11 +148,11 @@ Inspection inspected(const QByteArray &text)
 
 } // namespace
 
-bool isPlainAndHarmless(const QByteArray &text)
+bool isPlainAndHarmless(const QByteArray &text, LargeNumbers largeNumbers)
 {
-    if (text.size() > AdmissionLimits::textSize.most)
+    if (limitExceededByBytes(text))
         return false;
-    Inspection inspection;
+    Inspection inspection(largeNumbers);
     PlainXml xml(text, int(AdmissionLimits::attributes.most));
     while (inspection.refusal().isEmpty() && !inspection.mustTakeOut()) {
         switch (xml.next()) {
@@ -153,19 +175,20 @@ bool isPlainAndHarmless(const QByteArray &text)
     return false;
 }
 
-Admission judge(const QByteArray &text)
+Admission judge(const QByteArray &text, LargeNumbers largeNumbers)
 {
-    const Inspection inspection = inspected(text);
+    const Inspection inspection = inspected(text, largeNumbers);
     if (!inspection.refusal().isEmpty() || !inspection.mustTakeOut())
         return {text, inspection.refusal()};
     const QByteArray harmless = withoutForeignReferences(text, inspection.foreignPictures());
-    const Inspection again = inspected(harmless);
+    const Inspection again = inspected(harmless, largeNumbers);
     if (again.refusal().isEmpty() && again.mustTakeOut())
         return {text, QStringLiteral("references to other files stand where they cannot be found")};
     return {harmless, again.refusal()};
 }
 
-Admission admit(const QByteArray &text)
+Admission admit(const QByteArray &text, LargeNumbers largeNumbers)
 {
-    return isPlainAndHarmless(text) ? Admission{text, QString()} : judge(text);
+    return isPlainAndHarmless(text, largeNumbers) ? Admission{text, QString()}
+                                                  : judge(text, largeNumbers);
 }

@@ -12,6 +12,10 @@ struct AdmissionLimit
     qint64 most;
 };
 
+/// What large numbers do. Those of a template are refused; those that an animation has written are
+/// let through where nothing is dashed, as they are in its key values.
+enum class LargeNumbers { Refuse, RefuseBesideDashes };
+
 /// All limits for the text of a title. What they guard against is the behaviour of Qt 5.15's
 /// parsers and renderer; docs/security.md explains each of them to authors and integrators.
 namespace AdmissionLimits {
@@ -35,6 +39,11 @@ constexpr AdmissionLimit attributeLength{"attribute length", 1024LL * 1024};
 // The layout of a text keeps about 100 bytes a character, for every frame anew.
 constexpr AdmissionLimit textLength{"text length", 100'000};
 
+// Every attribute, and every pair of a comment or an instruction and a text, takes about 450 bytes
+// of the tree, wherever it stands.
+constexpr AdmissionLimit allAttributes{"number of all attributes", 1'000'000};
+constexpr AdmissionLimit markup{"number of tags, comments and instructions", 600'000};
+
 // Entities: the tree parser's time is quadratic in declarations, and a reference of five bytes can
 // stand for 4,096 characters, which is where the stream reader stops.
 constexpr AdmissionLimit declaredEntities{"number of declared entities", 256};
@@ -48,6 +57,12 @@ constexpr AdmissionLimit gradientDepth{"depth of gradient references", 32};
 
 // What "use" elements multiply is drawn for every frame; four levels of 50 each take 1.7 s.
 constexpr AdmissionLimit drawnElements{"number of drawn elements", 400'000};
+
+// Laying out and drawing a character takes 3 us, where it is a line of its own twenty times that.
+constexpr AdmissionLimit drawnCharacters{"number of drawn characters", 1'000'000};
+
+// Those of glyphs are drawn for every character.
+constexpr AdmissionLimit drawnCoordinates{"number of drawn coordinates", 4'000'000};
 
 // Where references form a ring, the renderer goes round it in every order of the "use" elements in
 // it; without a view box it does so again at each of them to find the bounds of the picture.
@@ -75,8 +90,11 @@ constexpr AdmissionLimit styleSheetSize{"style sheet size", 256LL * 1024};
 constexpr AdmissionLimit styleComparisons{"number of elements times selectors", 20'000'000};
 
 // Pictures stand in the text as base64. A picture of a few kilobytes can unpack to gigabytes:
-// Qt 5 knows no limit of its own.
+// Qt 5 knows no limit of its own. So can each packed text in a PNG file, to 8 MB, even before the
+// size is known; and each scan of a JPEG file, of a few bytes, goes through all of the picture.
 constexpr AdmissionLimit pictureLength{"picture length", 12LL * 1024 * 1024};
+constexpr AdmissionLimit packedTexts{"number of packed texts of a picture", 8};
+constexpr AdmissionLimit pictureScans{"number of scans of a picture", 100};
 constexpr AdmissionLimit picturePixels{"number of pixels of all pictures", 16LL * 1024 * 1024};
 
 } // namespace AdmissionLimits

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "AdmissionLimits_p.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -20,11 +22,11 @@ struct Admission
 /// AdmissionLimits, and animations that the renderer plays itself whose times do not fit into its
 /// arithmetic. Taken out is what would make the renderer read something outside the text, and
 /// pictures that it should not unpack: the title plays without them. No file is opened.
-Admission admit(const QByteArray &text);
+Admission admit(const QByteArray &text, LargeNumbers largeNumbers = LargeNumbers::Refuse);
 
 /// Whether judge() would have nothing against a text, told at a small part of its cost. False says
 /// nothing.
-bool isPlainAndHarmless(const QByteArray &text);
+bool isPlainAndHarmless(const QByteArray &text, LargeNumbers largeNumbers = LargeNumbers::Refuse);
 
 /// The same as admit(), the long way.
-Admission judge(const QByteArray &text);
+Admission judge(const QByteArray &text, LargeNumbers largeNumbers = LargeNumbers::Refuse);

@@ -42,6 +42,14 @@ qint64 countCharacters(std::string_view text)
     return std::count_if(text.begin(), text.end(), [](char c) { return !isContinuation(c); });
 }
 
+// A narrow text area may have a line for each character, and a span is laid out on its own.
+constexpr int charactersOfLine = 10;
+
+bool isText(ElementKind kind)
+{
+    return kind == ElementKind::Text || kind == ElementKind::TextArea;
+}
+
 bool isAnimation(ElementKind kind)
 {
     return kind == ElementKind::Animation || kind == ElementKind::RendererPlayed;
@@ -114,10 +122,17 @@ void Inspection::startElement(std::string_view name, const std::vector<XmlAttrib
     const int element = m_elements++;
     if (kind == ElementKind::Stop && !m_open.empty())
         hold(++m_open.back().stops, AdmissionLimits::gradientStops);
-    if (kind == ElementKind::Text && m_texts++ == 0)
-        m_characters = 0;
     m_references.begin(element);
+    if (m_texts > 0)
+        addCharacters(charactersOfLine);
+    if (isText(kind) && m_texts++ == 0)
+        m_characters = 0;
+    m_textAreas += kind == ElementKind::TextArea ? 1 : 0;
+    m_styles += kind == ElementKind::StyleSheet ? 1 : 0;
     m_open.push_back({element, kind, 0});
+    m_deepest = std::max(m_deepest, m_open.size());
+    m_attributes += qint64(attributes.size());
+    hold(m_attributes, AdmissionLimits::allAttributes);
     hold(m_elements, AdmissionLimits::elements);
     hold(qint64(m_open.size()), AdmissionLimits::nestingDepth);
     hold(qint64(attributes.size()), AdmissionLimits::attributes);
@@ -126,8 +141,10 @@ void Inspection::startElement(std::string_view name, const std::vector<XmlAttrib
 
 void Inspection::endElement()
 {
-    if (m_open.back().kind == ElementKind::Text)
-        --m_texts;
+    const ElementKind kind = m_open.back().kind;
+    m_texts -= isText(kind) ? 1 : 0;
+    m_textAreas -= kind == ElementKind::TextArea ? 1 : 0;
+    m_styles -= kind == ElementKind::StyleSheet ? 1 : 0;
     m_references.end(m_open.back().element, m_elements);
     m_open.pop_back();
 }
@@ -137,11 +154,20 @@ void Inspection::characters(std::string_view text)
     if (m_open.empty())
         return;
     if (m_texts > 0) {
-        m_characters += countCharacters(text);
+        const qint64 count = countCharacters(text) * (m_textAreas > 0 ? charactersOfLine : 1);
+        m_characters += count;
         hold(m_characters, AdmissionLimits::textLength);
+        addCharacters(count);
     }
-    if (m_open.back().kind == ElementKind::StyleSheet)
+    // The renderer takes all characters up to the end of a style element for its own.
+    if (m_styles > 0)
         inspectStyleSheet(text);
+}
+
+void Inspection::addCharacters(qint64 count)
+{
+    m_references.addCharacters(count);
+    hold(m_references.total().characters, AdmissionLimits::drawnCharacters);
 }
 
 void Inspection::processingInstruction(std::string_view target)
@@ -153,7 +179,10 @@ void Inspection::inspectStyleSheet(std::string_view text)
 {
     m_styleSheet += qint64(text.size());
     hold(m_styleSheet, AdmissionLimits::styleSheetSize);
-    m_selectors += countOf(text, '{') + countOf(text, ',');
+    const SelectorScan scan = scanSelectors(text);
+    m_selectors.single += scan.single;
+    m_selectors.ancestor += scan.ancestor;
+    m_selectors.sibling += scan.sibling;
     inspectStyle(text);
 }
 
@@ -161,8 +190,10 @@ void Inspection::inspectStyle(std::string_view text)
 {
     if (contains(text, "dash") || contains(text, "\\"))
         m_hasDashes = true;
-    if (hasTooLargeStyle(text))
-        exceed(AdmissionLimits::magnitude);
+    const StyleScan scan = scanStyle(text);
+    hold(scan.dashes, AdmissionLimits::dashes);
+    if (scan.isTooLarge)
+        refuseLargeNumber();
 }
 
 void Inspection::inspectAttributes(const std::vector<XmlAttribute> &attributes, const Open &owner)
@@ -192,6 +223,10 @@ void Inspection::inspectValue(AttributeRole role, std::string_view value, const 
     case AttributeRole::Reference:
         addReference(owner, value);
         break;
+    case AttributeRole::UseReference:
+        if (owner.kind == ElementKind::Use)
+            addReference(owner, value);
+        break;
     case AttributeRole::Style:
         inspectStyle(value);
         break;
@@ -200,6 +235,8 @@ void Inspection::inspectValue(AttributeRole role, std::string_view value, const 
         inspectNumbers(value, AdmissionLimits::dashes);
         break;
     case AttributeRole::Path:
+        inspectPath(value, owner);
+        break;
     case AttributeRole::Length:
         inspectNumbers(value, AdmissionLimits::pathNumbers);
         break;
@@ -226,19 +263,45 @@ void Inspection::inspectValue(AttributeRole role, std::string_view value, const 
     }
 }
 
-void Inspection::inspectNumbers(std::string_view value, const AdmissionLimit &count)
+void Inspection::inspectPath(std::string_view value, const Open &owner)
+{
+    const int count = inspectNumbers(value, AdmissionLimits::pathNumbers);
+    if (owner.kind == ElementKind::Glyph)
+        m_references.addGlyph(count);
+    else
+        m_references.addCoordinates(count);
+    hold(m_references.total().coordinates, AdmissionLimits::drawnCoordinates);
+}
+
+int Inspection::inspectNumbers(std::string_view value, const AdmissionLimit &count)
 {
     const NumberScan scan = scanNumbers(value);
     hold(scan.count, count);
     if (scan.isTooLarge)
-        exceed(AdmissionLimits::magnitude);
+        refuseLargeNumber();
+    return scan.count;
 }
 
 /// Numbers that are harmless unless something is dashed.
 void Inspection::inspectLooseNumbers(std::string_view value)
 {
-    if (m_lineOfLargeNumber == 0 && scanNumbers(value).isTooLarge)
+    if (scanNumbers(value).isTooLarge)
+        noteLargeNumber();
+}
+
+/// Refused once it is known that something is dashed.
+void Inspection::noteLargeNumber()
+{
+    if (m_lineOfLargeNumber == 0)
         m_lineOfLargeNumber = m_line;
+}
+
+void Inspection::refuseLargeNumber()
+{
+    if (m_largeNumbers == LargeNumbers::Refuse)
+        exceed(AdmissionLimits::magnitude);
+    else
+        noteLargeNumber();
 }
 
 void Inspection::inspectAnimatedName(std::string_view value)
@@ -251,16 +314,19 @@ void Inspection::inspectAnimatedValue(std::string_view animated, std::string_vie
 {
     hold(countOf(value, ';'), AdmissionLimits::keyValues);
     inspectLooseNumbers(value);
-    if (m_open.size() < 2 || (animated != "xlink:href" && animated != "id"))
+    const AttributeRole role = roleOfAttribute(animated);
+    const bool isReference =
+            role == AttributeRole::Reference || role == AttributeRole::UseReference;
+    if (m_open.size() < 2 || (!isReference && role != AttributeRole::Id))
         return;
     const Open &parent = m_open[m_open.size() - 2];
     for (const QString &part : decoded(value).split(QLatin1Char(';'))) {
         const QByteArray keyValue = part.trimmed().toUtf8();
         const std::string_view text(keyValue.constData(), std::size_t(keyValue.size()));
-        if (animated == "id")
-            m_references.addId(text, parent.element);
-        else
+        if (isReference)
             addReference(parent, text);
+        else
+            m_references.addId(text, parent.element);
     }
 }
 
@@ -286,9 +352,18 @@ void Inspection::inspectPicture(std::string_view reference, int element)
     m_foreignPictures.push_back(element);
 }
 
+qint64 Inspection::styleComparisons() const
+{
+    const qint64 around = m_selectors.ancestor * qint64(m_deepest);
+    const qint64 before = m_selectors.sibling * m_elements;
+    return m_elements * (m_selectors.single + around + before);
+}
+
 void Inspection::finish()
 {
-    hold(m_selectors * m_elements, AdmissionLimits::styleComparisons);
+    hold(styleComparisons(), AdmissionLimits::styleComparisons);
+    if (const auto limit = m_references.excessOfTotal())
+        exceed(*limit);
     if (m_hasDashes && m_lineOfLargeNumber > 0) {
         setLine(m_lineOfLargeNumber);
         exceed(AdmissionLimits::magnitude);

@@ -6,6 +6,7 @@
 #include "AdmissionLimits_p.h"
 #include "MarkupRoles_p.h"
 #include "References_p.h"
+#include "SelectorScan_p.h"
 #include "XmlAttribute_p.h"
 
 #include <QString>
@@ -18,6 +19,11 @@
 class Inspection
 {
 public:
+    explicit Inspection(LargeNumbers largeNumbers = LargeNumbers::Refuse)
+        : m_largeNumbers(largeNumbers)
+    {
+    }
+
     /// Where the reading is, for what a refusal says.
     void setLine(qint64 line) { m_line = line; }
 
@@ -54,27 +60,37 @@ private:
         int stops;
     };
 
+    void addCharacters(qint64 count);
     void inspectStyleSheet(std::string_view text);
     void inspectStyle(std::string_view text);
     void inspectAttributes(const std::vector<XmlAttribute> &attributes, const Open &owner);
     void inspectValue(AttributeRole role, std::string_view value, const Open &owner,
                       std::string_view animated);
-    void inspectNumbers(std::string_view value, const AdmissionLimit &count);
+    int inspectNumbers(std::string_view value, const AdmissionLimit &count);
+    void inspectPath(std::string_view value, const Open &owner);
+    qint64 styleComparisons() const;
     void inspectLooseNumbers(std::string_view value);
+    void noteLargeNumber();
+    void refuseLargeNumber();
     void inspectAnimatedName(std::string_view value);
     void inspectAnimatedValue(std::string_view animated, std::string_view value);
     void addReference(const Open &owner, std::string_view reference);
     void inspectPicture(std::string_view reference, int element);
 
+    const LargeNumbers m_largeNumbers;
     qint64 m_line = 1;
     QString m_refusal;
 
     std::vector<Open> m_open; // from the root to the current element
     int m_elements = 0;
-    int m_texts = 0; // open ones
+    qint64 m_attributes = 0;
+    std::size_t m_deepest = 0;
+    int m_texts = 0;     // open ones
+    int m_textAreas = 0; // open ones
     qint64 m_characters = 0;
     qint64 m_styleSheet = 0;
-    qint64 m_selectors = 0;
+    int m_styles = 0; // open ones
+    SelectorScan m_selectors;
     bool m_hasDashes = false;
     qint64 m_lineOfLargeNumber = 0;
     bool m_hasCanvas = false;

@@ -12,7 +12,7 @@ namespace {
 using NamedRole = std::pair<std::string_view, AttributeRole>;
 
 /// In the order of their lengths.
-constexpr std::array<NamedRole, 43> roles{{
+constexpr std::array<NamedRole, 44> roles{{
         {"d", AttributeRole::Path},
         {"r", AttributeRole::Length},
         {"x", AttributeRole::Extent},
@@ -33,6 +33,7 @@ constexpr std::array<NamedRole, 43> roles{{
         {"y1", AttributeRole::Length},
         {"y2", AttributeRole::Length},
         {"from", AttributeRole::Value},
+        {"href", AttributeRole::UseReference},
         {"path", AttributeRole::Path},
         {"style", AttributeRole::Style},
         {"width", AttributeRole::Extent},
@@ -73,7 +74,7 @@ constexpr std::array<std::size_t, longestName + 2> rolesByLength()
 
 constexpr std::array<std::size_t, longestName + 2> firstRoles = rolesByLength();
 
-constexpr std::array<std::pair<std::string_view, ElementKind>, 14> kinds{{
+constexpr std::array<std::pair<std::string_view, ElementKind>, 16> kinds{{
         {"svg", ElementKind::Svg},
         {"use", ElementKind::Use},
         {"linearGradient", ElementKind::Gradient},
@@ -81,7 +82,9 @@ constexpr std::array<std::pair<std::string_view, ElementKind>, 14> kinds{{
         {"stop", ElementKind::Stop},
         {"image", ElementKind::Picture},
         {"text", ElementKind::Text},
-        {"textArea", ElementKind::Text},
+        {"textArea", ElementKind::TextArea},
+        {"glyph", ElementKind::Glyph},
+        {"missing-glyph", ElementKind::Glyph},
         {"style", ElementKind::StyleSheet},
         {"animate", ElementKind::Animation},
         {"set", ElementKind::Animation},

@@ -11,6 +11,7 @@ enum class AttributeRole {
     AnimatedName,
     Id,
     Reference,
+    UseReference, ///< one that the renderer follows from "use" elements only
     Style,
     Dashes,
     Length,
@@ -32,6 +33,8 @@ enum class ElementKind {
     Stop,
     Picture,
     Text,
+    TextArea,
+    Glyph,
     StyleSheet,
     Animation,
     RendererPlayed ///< an animation whose times the renderer keeps itself

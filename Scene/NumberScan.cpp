@@ -76,11 +76,21 @@ std::string_view trimmed(std::string_view text)
     return text.substr(0, text.find_last_not_of(spaces) + 1);
 }
 
-/// Whether the declaration of a style is about lengths. A name that is not written plainly may be.
+/// Any property may have a name that is not written plainly.
+bool isHidden(std::string_view name)
+{
+    return contains(name, "\\") || contains(name, "/*");
+}
+
 bool concernsLengths(std::string_view name)
 {
     return contains(name, "stroke-") || contains(name, "font-size") || trimmed(name) == "font"
-            || contains(name, "\\") || contains(name, "/*");
+            || trimmed(name) == "transform" || isHidden(name);
+}
+
+bool concernsDashes(std::string_view name)
+{
+    return contains(name, "dash") || isHidden(name);
 }
 
 bool endsDeclaration(char c)
@@ -88,11 +98,16 @@ bool endsDeclaration(char c)
     return c == ';' || c == '{' || c == '}';
 }
 
-bool isTooLargeDeclaration(std::string_view declaration)
+void addDeclaration(std::string_view declaration, StyleScan *scan)
 {
     const std::size_t colon = declaration.find(':');
-    return colon != std::string_view::npos && concernsLengths(declaration.substr(0, colon))
-            && scanNumbers(declaration.substr(colon + 1)).isTooLarge;
+    if (colon == std::string_view::npos)
+        return;
+    const std::string_view name = declaration.substr(0, colon);
+    const NumberScan numbers = scanNumbers(declaration.substr(colon + 1));
+    if (concernsDashes(name))
+        scan->dashes = std::max(scan->dashes, numbers.count);
+    scan->isTooLarge = scan->isTooLarge || (concernsLengths(name) && numbers.isTooLarge);
 }
 
 } // namespace
@@ -117,14 +132,14 @@ NumberScan scanNumbers(std::string_view text)
     return scan;
 }
 
-bool hasTooLargeStyle(std::string_view declarations)
+StyleScan scanStyle(std::string_view declarations)
 {
+    StyleScan scan;
     for (std::string_view rest = declarations; !rest.empty();) {
         const auto end = std::find_if(rest.begin(), rest.end(), endsDeclaration);
         const auto length = std::size_t(end - rest.begin());
-        if (isTooLargeDeclaration(rest.substr(0, length)))
-            return true;
+        addDeclaration(rest.substr(0, length), &scan);
         rest.remove_prefix(std::min(length + 1, rest.size()));
     }
-    return false;
+    return scan;
 }

@@ -15,5 +15,11 @@ struct NumberScan
 /// Passes over colours and references that begin with "#".
 NumberScan scanNumbers(std::string_view text);
 
-/// Whether declarations of a style hold numbers beyond that magnitude where they would be lengths.
-bool hasTooLargeStyle(std::string_view declarations);
+/// What declarations of a style hold.
+struct StyleScan
+{
+    int dashes = 0;          ///< most of any declaration that may be about dashes
+    bool isTooLarge = false; ///< some length is beyond that magnitude
+};
+
+StyleScan scanStyle(std::string_view declarations);

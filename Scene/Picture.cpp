@@ -7,6 +7,7 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QtEndian>
 
 namespace {
 
@@ -29,6 +30,30 @@ QByteArray formatOf(const QByteArray &file)
     return QByteArray();
 }
 
+/// How many chunks of a PNG file hold packed texts or profiles.
+int countPackedTexts(const QByteArray &file)
+{
+    constexpr int signatureSize = 8;
+    constexpr int headSize = 8; // of a chunk: length and type
+    constexpr int checkSize = 4;
+    static const QByteArrayList packed{QByteArrayLiteral("zTXt"), QByteArrayLiteral("iTXt"),
+                                       QByteArrayLiteral("iCCP")};
+    int count = 0;
+    for (qint64 at = signatureSize; at + headSize <= file.size();) {
+        count += packed.contains(file.mid(int(at) + 4, 4)) ? 1 : 0;
+        at += headSize + qint64(qFromBigEndian<quint32>(file.constData() + at)) + checkSize;
+    }
+    return count;
+}
+
+/// Whether unpacking takes time and memory in proportion to the pixels only.
+bool isPlainlyPacked(const QByteArray &file, const QByteArray &format)
+{
+    if (format == "png")
+        return countPackedTexts(file) <= AdmissionLimits::packedTexts.most;
+    return file.count("\xFF\xDA") <= AdmissionLimits::pictureScans.most;
+}
+
 } // namespace
 
 qint64 pixelsOfPicture(const QString &reference)
@@ -37,7 +62,7 @@ qint64 pixelsOfPicture(const QString &reference)
         return 0;
     QByteArray file = embeddedFile(reference);
     const QByteArray format = formatOf(file);
-    if (format.isEmpty())
+    if (format.isEmpty() || !isPlainlyPacked(file, format))
         return 0;
     QBuffer buffer(&file);
     buffer.open(QIODevice::ReadOnly);

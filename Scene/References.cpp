@@ -10,6 +10,23 @@
 // worked out once, after all that its owners refer to, and the costliest owner counts. A link back
 // into the chain that is being followed is a ring and counts as nothing.
 
+namespace {
+
+void add(References::Amount *sum, const References::Amount &more)
+{
+    sum->elements += more.elements;
+    sum->characters += more.characters;
+    sum->coordinates += more.coordinates;
+}
+
+References::Amount costlier(const References::Amount &a, const References::Amount &b)
+{
+    return {std::max(a.elements, b.elements), std::max(a.characters, b.characters),
+            std::max(a.coordinates, b.coordinates)};
+}
+
+} // namespace
+
 class References::Walk
 {
 public:
@@ -36,14 +53,14 @@ public:
             }
             m_hasRing = m_hasRing || target.state == Found::State::BeingFollowed;
             if (target.state == Found::State::Known) {
-                step.drawn += target.drawn;
+                add(&step.drawn, target.drawn);
                 step.depth = std::max(step.depth, target.depth + 1);
             }
             ++step.link;
             if (step.depth > depth.most)
                 return Excess{depth, link.line};
-            if (step.drawn > AdmissionLimits::drawnElements.most)
-                return Excess{AdmissionLimits::drawnElements, link.line};
+            if (const auto limit = m_references.exceededBy(step.drawn))
+                return Excess{*limit, link.line};
         }
         return std::nullopt;
     }
@@ -58,7 +75,7 @@ private:
     {
         enum class State : quint8 { Unknown, BeingFollowed, Known };
         State state = State::Unknown;
-        qint64 drawn = 0;
+        Amount drawn;
         qint64 depth = 0;
     };
 
@@ -69,7 +86,7 @@ private:
         std::size_t owner;
         std::size_t link;
         int end;
-        qint64 drawn;
+        Amount drawn;
         qint64 depth;
     };
 
@@ -88,8 +105,12 @@ private:
         const auto first = std::lower_bound(
                 m_links.begin(), m_links.end(), element,
                 [](const Link &link, int number) { return link.element < number; });
-        const int end = m_references.m_ends[std::size_t(element)];
-        return {id, owner, std::size_t(first - m_links.begin()), end, end - element, 0};
+        return {id,
+                owner,
+                std::size_t(first - m_links.begin()),
+                m_references.m_ends[std::size_t(element)],
+                m_references.contentOf(element),
+                0};
     }
 
     void open(int id, int element)
@@ -107,7 +128,7 @@ private:
         if (done.id == rootId)
             return;
         Found &found = m_found[std::size_t(done.id)];
-        found.drawn = std::max(found.drawn, done.drawn);
+        found.drawn = costlier(found.drawn, done.drawn);
         found.depth = std::max(found.depth, done.depth);
         const std::size_t next = done.owner + 1;
         if (next < ownersOf(done.id).size())
@@ -122,6 +143,28 @@ private:
     std::vector<Step> m_chain;
     bool m_hasRing = false;
 };
+
+/// What an element and all inside it take, without what they refer to.
+References::Amount References::contentOf(int element) const
+{
+    const auto end = std::size_t(m_ends[std::size_t(element)]);
+    const Amount &before = m_before[std::size_t(element)];
+    const Amount &behind = end < m_before.size() ? m_before[end] : m_total;
+    return {behind.elements - before.elements, behind.characters - before.characters,
+            behind.coordinates - before.coordinates};
+}
+
+std::optional<AdmissionLimit> References::exceededBy(const Amount &drawn) const
+{
+    using namespace AdmissionLimits;
+    if (drawn.elements > drawnElements.most)
+        return drawnElements;
+    if (drawn.characters > drawnCharacters.most)
+        return drawnCharacters;
+    if (drawn.coordinates + drawn.characters * m_longestGlyph > drawnCoordinates.most)
+        return drawnCoordinates;
+    return std::nullopt;
+}
 
 std::optional<References::Excess> References::excess(bool hasCanvas) const
 {

@@ -151,7 +151,8 @@ bool SvgDocument::isTextAdmitted()
 
 std::unique_ptr<RendererDocument> SvgDocument::loadRenderer()
 {
-    if (!isTextAdmitted())
+    // The renderer would wait without end for a device that cannot be read.
+    if (!isReadable() || !isTextAdmitted())
         return nullptr;
     seek(0);
     m_reader.setDevice(this);
@@ -276,6 +277,7 @@ void SvgDocument::treeWritten()
     m_knownText = m_data;
     m_admitted = !m_dom.documentElement().isNull();
     m_startTags.reset();
+    m_shownSteps.clear();
     disagree();
 }
 

@@ -265,6 +265,7 @@ private:
     bool isShowing(const std::vector<FrameStep> &steps) const;
     std::vector<bool> neededSteps(const std::vector<FrameStep> &steps) const;
     void carryOut(const FrameStep &step);
+    void judgeFrame();
     bool showsUsesOf(const AnimatableAttribute &attribute) const;
 
     QByteArray m_data;

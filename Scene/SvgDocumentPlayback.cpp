@@ -3,7 +3,10 @@
 
 #include "SvgDocument.h"
 
-#include "AnimatableAttribute.h"
+#include "Admission_p.h"
+#include "AnimatableAttributeColor.h"
+#include "AnimatableAttributeFloat.h"
+#include "MarkupRoles_p.h"
 #include "Picture_p.h"
 #include "Renderer_p.h"
 #include "TimeValue_p.h"
@@ -41,8 +44,25 @@ bool isForeignReference(const QDomElement &element, const AdjustableAttribute &a
 {
     return attribute.attributeName() == QLatin1String("xlink:href")
             && element.tagName().section(QLatin1Char(':'), -1) == QLatin1String("image")
-            && !value.startsWith(QLatin1Char('#')) && value != attribute.defaultValue()
-            && pixelsOfPicture(value) == 0;
+            && value != attribute.defaultValue() && pixelsOfPicture(value) == 0;
+}
+
+/// Whether the values of an animation can exceed limits although its key values do not: one that
+/// lies between two of them may be another reference, or a path with other numbers.
+bool mayExceedLimits(const AnimatableAttribute &animation)
+{
+    const QByteArray name = animation.attributeName().toUtf8();
+    switch (roleOfAttribute(std::string_view(name.constData(), std::size_t(name.size())))) {
+    case AttributeRole::None:
+        return false;
+    case AttributeRole::Id:
+    case AttributeRole::Reference:
+    case AttributeRole::UseReference:
+        return true;
+    default:
+        return !dynamic_cast<const AnimatableAttributeFloat *>(&animation)
+                && !dynamic_cast<const AnimatableAttributeColor *>(&animation);
+    }
 }
 
 bool isDrawable(const QRectF &bounds)
@@ -80,7 +100,21 @@ void SvgDocument::applyAnimation(int ms)
     }
     if (!isTextSavedTree())
         saveToBuffer();
+    if (std::any_of(steps.begin(), steps.end(),
+                    [](const FrameStep &step) { return mayExceedLimits(*step.animation); }))
+        judgeFrame();
     m_shownSteps = std::move(steps);
+}
+
+/// Only a frame that is admitted as it stands is drawn. The tree stays for the next one.
+void SvgDocument::judgeFrame()
+{
+    const auto text = QByteArray::fromRawData(m_data.constData(), int(m_textSize));
+    const Admission admission = admit(text, LargeNumbers::RefuseBesideDashes);
+    const bool isWhole = admission.text.constData() == text.constData();
+    m_admitted = isWhole && admission.refusal.isEmpty();
+    setErrorString(isWhole ? admission.refusal
+                           : QStringLiteral("an animation refers to another file"));
 }
 
 /// Whether tree and text are what these steps have made of them.

@@ -133,16 +133,39 @@ void keepLook(QTextDocument *document, const QFont &newDefault)
         document->clearUndoRedoStacks();
 }
 
+/// The item's own document, whose text may come from strangers. Qt would read every file that a
+/// text names as a picture.
+class OwnDocument : public QTextDocument
+{
+public:
+    OwnDocument(QObject *parent, bool withUndo) : QTextDocument(parent)
+    {
+        setUndoRedoEnabled(withUndo);
+    }
+
+protected:
+    /// Asked for what the application has not given to the document.
+    QVariant loadResource(int type, const QUrl &) override
+    {
+        if (type != ImageResource)
+            return QVariant();
+        QImage nothing(1, 1, QImage::Format_ARGB32_Premultiplied);
+        nothing.fill(Qt::transparent);
+        return nothing;
+    }
+};
+
 } // namespace
 
 TitleItem::TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem *parent)
     : QGraphicsTextItem(parent), m_layoutImage(madeLayoutImage(size))
 {
     qRegisterMetaType<QTextCharFormat>();
+    const bool withUndo = QGraphicsTextItem::document()->isUndoRedoEnabled();
+    setDocument(document ? document : new OwnDocument(this, withUndo));
     if (document) {
-        setDocument(document);
         connect(document, &QObject::destroyed, this, [this] {
-            setDocument(new QTextDocument(this));
+            setDocument(new OwnDocument(this, true));
             followDocument();
         });
     }

@@ -36,7 +36,8 @@ class TITLESCENE_EXPORT TitleItem : public QGraphicsTextItem
 
 public:
     /// Shows \a document, or an empty one of its own when it is null. A document that is given has
-    /// to live as long as the item shows it.
+    /// to live as long as the item shows it. One of the item's own reads no file, whatever pictures
+    /// its text names: it shows those that the application adds to it (QTextDocument::addResource).
     TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem *parent = nullptr);
     ~TitleItem() override;
 

@@ -606,6 +606,8 @@ std::vector<HostileTitle> oddTitles()
     addStyleSheets(titles);
     addStructures(titles);
     addAnimations(titles);
+    for (const RefusedTitle &title : titlesTurningHostile())
+        titles.add(title.name, title.text);
     return titles.taken();
 }
 
@@ -627,21 +629,23 @@ std::vector<HostileTitle> titlesNamingFolder()
     }
     for (const char *reference :
          {"%1/canary.png", "file://%1/canary.png", "FILE://%1/canary.png", "canary.png",
-          "./canary.png", "canary", "file:canary.png", "%1/canary.pipe", "%1/canary.svg", "%1",
-          "%1/canary.svg#a", "data:%1/canary.png", "data:image/png;base64,%1/canary.png",
-          "//localhost%1/canary.png", "/dev/zero", "/dev/stdin", "/proc/self/mem"}) {
+          "./canary.png", "canary", "#canary.png", "file:canary.png", "%1/canary.pipe",
+          "%1/canary.svg", "%1", "%1/canary.svg#a", "data:%1/canary.png",
+          "data:image/png;base64,%1/canary.png", "//localhost%1/canary.png", "/dev/zero",
+          "/dev/stdin", "/proc/self/mem"}) {
         titles.addContent(QByteArray("picture at ") + reference, imageElement(text(reference)));
-        titles.addContent(QByteArray("everything at ") + reference,
-                          text("<use xlink:href=\"%2\"/><feImage xlink:href=\"%2\"/><video "
-                               "xlink:href=\"%2\"/><animation xlink:href=\"%2\"/><audio "
-                               "xlink:href=\"%2\"/><script xlink:href=\"%2\"/><g "
-                               "fill=\"url(%2)\" filter=\"url(%2)\" style=\"fill:url(%2)\">%3</g>"
-                               "<font-face><font-face-src><font-face-uri xlink:href=\"%2\"/>"
-                               "</font-face-src></font-face><image href=\"%2\"/><image>"
-                               "<animate attributeName=\"xlink:href\" values=\"%2;%2\" dur=\"1s\"/>"
-                               "<set attributeName=\"xlink:href\" to=\"%2\"/></image>")
-                                  .replace(text("%2"), text(reference))
-                                  .replace(text("%3"), redRect()));
+        titles.addContent(
+                QByteArray("everything at ") + reference,
+                text("<use xlink:href=\"%2\"/><feImage xlink:href=\"%2\"/><video "
+                     "xlink:href=\"%2\"/><animation xlink:href=\"%2\"/><audio "
+                     "xlink:href=\"%2\"/><script xlink:href=\"%2\"/><g "
+                     "fill=\"url(%2)\" filter=\"url(%2)\" style=\"fill:url(%2)\">%3</g>"
+                     "<font-face><font-face-src><font-face-uri xlink:href=\"%2\"/>"
+                     "</font-face-src></font-face><image href=\"%2\"/><image>"
+                     "<animate attributeName=\"xlink:href\" from=\"a\" to=\"%2\" dur=\"1s\"/>"
+                     "<set attributeName=\"xlink:href\" to=\"%2\"/></image>")
+                        .replace(text("%2"), text(reference))
+                        .replace(text("%3"), redRect()));
     }
     for (const char *reference :
          {"%1/canary.css", "file://%1/canary.css", "canary.css", "%1/canary.pipe", "/dev/zero"}) {

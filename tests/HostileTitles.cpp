@@ -5,6 +5,23 @@
 
 #include "HostileParts.h"
 
+#include <QBuffer>
+#include <QImage>
+
+namespace {
+
+QByteArray blankPicture(int width, int height)
+{
+    QByteArray file;
+    QBuffer buffer(&file);
+    QImage image(width, height, QImage::Format_Mono);
+    image.fill(0);
+    image.save(&buffer, "png");
+    return file;
+}
+
+} // namespace
+
 QString redRect()
 {
     return QStringLiteral("<rect x=\"10\" y=\"10\" width=\"30\" height=\"20\" fill=\"#ff0000\"/>");
@@ -74,6 +91,19 @@ std::vector<RefusedTitle> refusedTitles()
                 QStringLiteral("<use><animate attributeName=\"xlink:href\" values=\"#l3;#l2\" "
                                "dur=\"1s\"/></use>"))),
         QStringLiteral("drawn elements"));
+    add("use of use under the plain name",
+        svgTitle(useLevels(4, 100).replace(QStringLiteral("xlink:href"), QStringLiteral("href"))),
+        QStringLiteral("drawn elements"));
+    add("use of use under the plain name beside an empty one",
+        svgTitle(useLevels(4, 100).replace(QStringLiteral("xlink:href"),
+                                           QStringLiteral("xlink:href=\"\" href"))),
+        QStringLiteral("drawn elements"));
+    add("identifiers that animations give",
+        svgTitle(useLevels(4, 100).replace(
+                QStringLiteral("<g id=\"l3\">"),
+                QStringLiteral("<g><animate attributeName=\"xml:id\" values=\"a;l3\" "
+                               "dur=\"1s\"/>"))),
+        QStringLiteral("drawn elements"));
     add("ring with many uses",
         svgTitle(QStringLiteral("<g id=\"a\"><use xlink:href=\"#b\"/></g><g id=\"b\">%1</g>")
                          .arg(repeated("<use xlink:href=\"#a\"/>", 64))),
@@ -108,6 +138,50 @@ std::vector<RefusedTitle> refusedTitles()
     add("long style",
         svgTitle(QStringLiteral("<g style=\"%1\"/>").arg(repeated("fill:red;", 120000))),
         QStringLiteral("attribute length"));
+    add("long text often",
+        svgTitle(
+                QStringLiteral("<defs><text id=\"t\">%1</text></defs>").arg(repeated("word ", 9999))
+                + repeated("<use xlink:href=\"#t\"/>", 1000)),
+        QStringLiteral("drawn characters"));
+    add("text of one character a line",
+        svgTitle(QStringLiteral("<textArea width=\"1\">%1</textArea>").arg(repeated("a", 99'999))),
+        QStringLiteral("text length"));
+    add("long path often",
+        svgTitle(QStringLiteral("<defs><path id=\"p\" d=\"M0 0%1\"/></defs>")
+                         .arg(repeated("L1 1L99 9", 20'000))
+                 + repeated("<use xlink:href=\"#p\"/>", 1000)),
+        QStringLiteral("drawn coordinates"));
+    add("letters of long paths",
+        svgTitle(QStringLiteral("<font id=\"F\"><glyph unicode=\"a\" d=\"M0 0%1\"/></font>"
+                                "<text font-family=\"F\">%2</text>")
+                         .arg(repeated("L1 1L99 9", 20'000), repeated("a", 10'000))),
+        QStringLiteral("drawn coordinates"));
+    add("many comments between characters", svgTitle(repeated("a<!---->", 2'000'000)),
+        QStringLiteral("comments and instructions"));
+    add("many instructions", svgTitle(QString()) + repeated("<?b?>", 3'000'000),
+        QStringLiteral("comments and instructions"));
+    add("many attributes of many elements", svgTitle(attributes(250).repeated(5000)),
+        QStringLiteral("number of all attributes"));
+    add("style sheets for many elements",
+        svgTitle(QStringLiteral("<style>%1</style>").arg(repeated("a<!---->", 50'000))
+                 + repeated("<g/>", 100'000)),
+        QStringLiteral("times selectors"));
+    add("rules inside an element of a style",
+        svgTitle(QStringLiteral("<style><g>%1</g></style>").arg(repeated("a{}", 50'000))
+                 + repeated("<g/>", 50'000)),
+        QStringLiteral("times selectors"));
+    add("rules for long rows of elements",
+        svgTitle(QStringLiteral("<style>%1</style>").arg(repeated("*+*{}", 100))
+                 + repeated("<g/>", 50'000)),
+        QStringLiteral("times selectors"));
+    add("rules for deep elements",
+        svgTitle(QStringLiteral("<style>%1</style>").arg(repeated("x *{}", 1000))
+                 + repeated("<g>", 250) + repeated("<g/>", 9000) + repeated("</g>", 250)),
+        QStringLiteral("times selectors"));
+    add("one rule of many conditions",
+        svgTitle(QStringLiteral("<style>*%1{}</style>").arg(repeated("[id]", 60'000))
+                 + repeated("<g id=\"a\"/>", 20'000)),
+        QStringLiteral("times selectors"));
     add("many rules for many elements",
         svgTitle(QStringLiteral("<style>%1</style>").arg(repeated(".c{fill:red}", 5000))
                  + repeated("<g/>", 5000)),
@@ -127,6 +201,57 @@ std::vector<RefusedTitle> refusedTitles()
     add("deeply nested clip paths",
         svgTitle(repeated("<clipPath>", 2000) + rect + repeated("</clipPath>", 2000)),
         QStringLiteral("nesting depth"));
+    return titles;
+}
+
+std::vector<RefusedTitle> titlesTurningHostile()
+{
+    std::vector<RefusedTitle> titles;
+    const auto add = [&titles](const QByteArray &name, const QString &content,
+                               const char *refusal) {
+        titles.push_back({{name, svgTitle(redRect() + content).toUtf8()}, QLatin1String(refusal)});
+    };
+    const auto animation = [](const QString &attributes) {
+        return QStringLiteral("<animate begin=\"0.1s\" dur=\"0.8s\" attributeName=%1/>")
+                .arg(attributes);
+    };
+    for (const char *name : {"xlink:href", "href"}) {
+        const QString use = QStringLiteral("<use>%1</use>")
+                                    .arg(animation(QStringLiteral("\"%1\" values=\"#l-8;#l12\"")
+                                                           .arg(QLatin1String(name))));
+        add(QByteArray(name) + " between key values",
+            useLevels(2, 100).replace(QStringLiteral("id=\"l2\""), QStringLiteral("id=\"l2.000\""))
+                    + use.repeated(100),
+            "drawn elements");
+    }
+    add("identifiers between key values",
+        useLevels(3, 100).replace(QStringLiteral("#l2\""), QStringLiteral("#l2.000\""))
+                + QStringLiteral("<g>%1%2</g>")
+                          .arg(animation(QStringLiteral("\"xml:id\" values=\"l-8;l12\"")),
+                               repeated("<use xlink:href=\"#l1\"/>", 100)),
+        "drawn elements");
+    add("numbers between key values",
+        QStringLiteral("<path stroke=\"blue\" stroke-dasharray=\"5\" d=\"M 0 0 H 2\">%1</path>")
+                .arg(animation(QStringLiteral("\"d\" values=\"M 1e1 0 H 2;M 1 29 0 H 2\""))),
+        "magnitude");
+    add("long paths often used",
+        QStringLiteral("<defs><path id=\"p\" d=\"M 0 0\">%1</path></defs>%2")
+                .arg(animation(QStringLiteral("\"d\" from=\"M%1\" to=\"M%1\"")
+                                       .arg(repeated(" 1", 50'000))),
+                     repeated("<use xlink:href=\"#p\"/>", 100)),
+        "drawn coordinates");
+    add("dashes in a style that an animation writes",
+        QStringLiteral("<path d=\"M 0 0 H 2\">%1</path>")
+                .arg(animation(QStringLiteral("\"style\" from=\"a\" to=\"stroke-dasharray:%1\"")
+                                       .arg(repeated("0.001,", 100'000)))),
+        "number of dashes");
+    const QString picture = QStringLiteral("data:image/png;base64,")
+            + QString::fromLatin1(blankPicture(4096, 2048).toBase64());
+    add("pictures that animations show",
+        QStringLiteral("<image width=\"9\" height=\"9\" xlink:href=\"\">%1</image>")
+                .arg(animation(QStringLiteral("\"xlink:href\" from=\"a\" to=\"%1\"").arg(picture)))
+                .repeated(3),
+        "refers to another file");
     return titles;
 }
 

@@ -25,6 +25,9 @@ struct RefusedTitle : HostileTitle
 
 std::vector<RefusedTitle> refusedTitles();
 
+/// Admitted, and refused at 500 ms for what animations make of them.
+std::vector<RefusedTitle> titlesTurningHostile();
+
 /// Each shows what redRect() alone shows.
 std::vector<HostileTitle> harmlessTitles();
 
@@ -35,7 +38,7 @@ std::vector<HostileTitle> titlesNamingFile();
 std::vector<HostileTitle> oddTitles();
 
 /// The same, and refers to the folder of that name with %1, where there are a picture, a style
-/// sheet, a pipe, a text, a document type and a title: canary.png, .css, .pipe, .txt, .dtd, .svg.
+/// sheet, a pipe, a text, a document type and a title: canary.png, #canary.png, canary.css, .pipe, .txt, .dtd, .svg.
 std::vector<HostileTitle> titlesNamingFolder();
 
 QString redRect();

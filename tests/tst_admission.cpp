@@ -9,6 +9,7 @@
 #include <QBuffer>
 #include <QImage>
 #include <QRandomGenerator>
+#include <QTextCodec>
 
 using namespace AdmissionLimits;
 
@@ -37,6 +38,25 @@ QByteArray fileOf(int width, int height, const char *format,
     image.fill(Qt::white);
     image.save(&buffer, format);
     return file;
+}
+
+/// A picture with so many texts that are long enough to be packed.
+QByteArray withTexts(int count)
+{
+    QByteArray file;
+    QBuffer buffer(&file);
+    QImage image(4, 4, QImage::Format_Mono);
+    for (int i = 0; i < count; ++i)
+        image.setText(QString::number(i), QString(100, QLatin1Char('x')));
+    image.save(&buffer, "png");
+    return file;
+}
+
+QByteArray withScans(int count)
+{
+    const QByteArray file = fileOf(8, 8, "jpg", QImage::Format_RGB32);
+    const QByteArray scan = file.mid(file.indexOf("\xFF\xDA")).chopped(2);
+    return file.chopped(2) + scan.repeated(count - 1) + "\xFF\xD9";
 }
 
 /// Groups, each of which uses the one before so many times.
@@ -117,6 +137,93 @@ void addLimit(const AdmissionLimit &limit, const QByteArray &most, const QByteAr
                                          .arg(limit.most);
 }
 
+/// One of several ways to come to a limit.
+void addWay(const char *name, const AdmissionLimit &limit, const QByteArray &most,
+            const QByteArray &tooMuch)
+{
+    QTest::newRow(name) << most << tooMuch
+                        << QStringLiteral("line 2: the %1 exceeds %2")
+                                   .arg(QLatin1String(limit.name))
+                                   .arg(limit.most);
+}
+
+QByteArray underPlainName(QByteArray text)
+{
+    return text.replace("xlink:href", "href");
+}
+
+QByteArray textsOf(qint64 characters)
+{
+    const int each = 50'000;
+    const int full = int((characters - 1) / each);
+    return ("<text>" + QByteArray(each, 'x') + "</text>").repeated(full) + "<text>"
+            + QByteArray(int(characters) - full * each, 'x') + "</text>";
+}
+
+QByteArray pathsOf(qint64 coordinates)
+{
+    const int each = 200'000;
+    const int full = int((coordinates - 1) / each);
+    const auto path = [](int count) {
+        return "<path d=\"M" + QByteArray(" 1").repeated(count) + "\"/>";
+    };
+    return path(each).repeated(full) + path(int(coordinates) - full * each);
+}
+
+/// A style sheet for so many elements.
+QByteArray sheet(const QByteArray &content, int elements)
+{
+    return svg("<style>" + content + "</style>" + QByteArray("<g/>").repeated(elements - 2));
+}
+
+QByteArray used(const QByteArray &content, int times)
+{
+    return svg("<defs><g id=\"a\">" + content + "</g></defs>"
+               + QByteArray("<use href=\"#a\"/>").repeated(times));
+}
+
+QByteArray glyph(int coordinates)
+{
+    return "<font><glyph d=\"M" + QByteArray(" 1").repeated(coordinates) + "\"/></font>";
+}
+
+void addStyleSheets()
+{
+    const auto add = [](const char *name, const QByteArray &content, int elements) {
+        addWay(name, styleComparisons, sheet(content, elements), sheet(content, elements + 1));
+    };
+    add("lists of selectors", QByteArray("a,a{}").repeated(1000), 10'000);
+    add("selectors of several parts", QByteArray("a[b].c:d{}").repeated(500), 10'000);
+    add("selectors of ancestors", QByteArray("a a{}").repeated(500), 10'000);
+    add("selectors of elements before", "a+a{}", 4471);
+    add("selectors behind what a brace may be", QByteArray("a/*{}*/ a{}").repeated(500), 10'000);
+    add("parted style sheets", QByteArray("/<!-- -->").repeated(2000), 10'000);
+    const QByteArray inside = "<g>" + QByteArray("a{}").repeated(2000) + "</g>";
+    addWay("selectors deep in a style", styleComparisons, sheet(inside, 9'999),
+           sheet(inside, 10'000));
+}
+
+void addDrawing()
+{
+    addWay("characters of a text area", textLength,
+           svg("<textArea>" + QByteArray(10'000, 'x') + "</textArea>"),
+           svg("<textArea>" + QByteArray(10'001, 'x') + "</textArea>"));
+    const QByteArray spans = QByteArray("<tspan/>").repeated(99'999);
+    addWay("spans", drawnCharacters, svg("<text>xxxxxxxxxx" + spans + "</text>"),
+           svg("<text>xxxxxxxxxxx" + spans + "</text>"));
+    const QByteArray text = "<text>" + QByteArray(10'000, 'x') + "</text>";
+    addWay("characters often used", drawnCharacters, used(text, 99), used(text, 100));
+    const QByteArray path = "<path d=\"M" + QByteArray(" 1").repeated(40'000) + "\"/>";
+    addWay("coordinates often used", drawnCoordinates, used(path, 99), used(path, 100));
+    addWay("coordinates of glyphs", drawnCoordinates, svg(glyph(40) + textsOf(100'000)),
+           svg(glyph(41) + textsOf(100'000)));
+    addWay("coordinates of glyphs often used", drawnCoordinates, used(glyph(4) + text, 99),
+           used(glyph(5) + text, 99));
+    addWay("chain of use under the plain name", useDepth,
+           underPlainName(svg(useChain(int(useDepth.most)))),
+           underPlainName(svg(useChain(int(useDepth.most) + 1))));
+}
+
 template <typename Make>
 void addLimit(const AdmissionLimit &limit, Make make, int line = 2)
 {
@@ -143,6 +250,8 @@ private Q_SLOTS:
     void takesOutWhatExceedsThePixels();
     void refusesDocumentTypes_data();
     void refusesDocumentTypes();
+    void refusesOtherEncodings_data();
+    void refusesOtherEncodings();
     void judgesTemplatesAtOnce_data();
     void judgesTemplatesAtOnce();
     void takesOnlyHarmlessTextsForHarmless_data() { keepsLimits_data(); }
@@ -206,6 +315,28 @@ void AdmissionTest::keepsLimits_data()
     addLimit(styleSheetSize,
              [](qint64 n) { return svg("<style>" + QByteArray(int(n), ' ') + "</style>"); });
     addLimit(styleComparisons, styled(2000, 10000), styled(2000, 10001));
+    addLimit(allAttributes, [](qint64 n) {
+        const qint64 ofRoot = 3;
+        const qint64 each = 250;
+        const qint64 full = (n - ofRoot - 1) / each;
+        return svg(("<g" + attributeTexts(each) + "/>").repeated(int(full)) + "<g"
+                   + attributeTexts(n - ofRoot - full * each) + "/>");
+    });
+    addLimit(
+            markup, [](qint64 n) { return svg(QByteArray("<!---->").repeated(int(n) - 2)); }, 1);
+    addLimit(drawnCharacters, [](qint64 n) { return svg(textsOf(n)); });
+    addLimit(drawnCoordinates, [](qint64 n) { return svg(pathsOf(n)); });
+    addStyleSheets();
+    addDrawing();
+    const auto styledDashes = [](const char *name, qint64 count) {
+        return svg(QByteArray("<g style=\"fill:red;") + name + ":"
+                   + QByteArray("1 ").repeated(int(count)) + ";stroke:red\"/>");
+    };
+    addWay("dashes of a style", dashes, styledDashes("stroke-dasharray", dashes.most),
+           styledDashes("stroke-dasharray", dashes.most + 1));
+    addWay("dashes of an escaped style", dashes,
+           styledDashes("s\\74roke-d\\61sharray", dashes.most),
+           styledDashes("s\\74roke-d\\61sharray", dashes.most + 1));
 }
 
 void AdmissionTest::keepsLimits()
@@ -245,6 +376,7 @@ void AdmissionTest::limitsNumbers_data()
                              "units-per-em"})
         QTest::newRow(name) << QByteArray("<g ") + name + "=\"%1\"/>";
     QTest::newRow("style") << QByteArray("<g style=\"fill:red;stroke-width:%1\"/>");
+    QTest::newRow("transform in a style") << QByteArray("<g style=\"transform:scale(%1)\"/>");
     QTest::newRow("escaped style") << QByteArray("<g style=\"s\\74roke-width:%1\"/>");
     QTest::newRow("style sheet") << QByteArray("<style>rect { font-size: %1 }</style>");
     QTest::newRow("animated dashes")
@@ -309,6 +441,8 @@ void AdmissionTest::passesTextsByteForByte_data()
             "<!DOCTYPE svg PUBLIC \"-//W3C//DTD SVG 1.1//EN\" \"svg11.dtd\" [<!-- ]> -->"
             "<!ENTITY ns \"http://www.w3.org/2000/svg\"> ]>\n<svg xmlns=\"&ns;\"/>");
     QTest::newRow("picture") << svg(picture(fileOf(40, 40, "png")));
+    QTest::newRow("picture with packed texts") << svg(picture(withTexts(int(packedTexts.most))));
+    QTest::newRow("photograph in many scans") << svg(picture(withScans(int(pictureScans.most))));
     QTest::newRow("photograph under a wrong name")
             << svg(picture(fileOf(40, 40, "jpg", QImage::Format_RGB32)));
     QTest::newRow("ends of lines and spaces") << QByteArray("\n \r\n") + svg("<g\r\n\tid = 'a' />");
@@ -350,6 +484,8 @@ void AdmissionTest::takesOut_data()
     QByteArray claimed = fileOf(4, 4, "png");
     claimed.replace(16, 8, QByteArray::fromHex("7fffffff7fffffff"));
     add("claims billions of pixels", claimed);
+    add("too many packed texts", withTexts(int(packedTexts.most) + 1));
+    add("too many scans", withScans(int(pictureScans.most) + 1));
 }
 
 void AdmissionTest::takesOut()
@@ -401,6 +537,25 @@ void AdmissionTest::refusesDocumentTypes()
     QFETCH(QByteArray, declaration);
     QCOMPARE(admit("<!-- <a> --><!DOCTYPE svg [" + declaration + "]>" + svg("<g/>")).refusal,
              QStringLiteral("line 1: the document type declares more than entities"));
+}
+
+void AdmissionTest::refusesOtherEncodings_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    for (const char *name : {"UTF-16", "UTF-16BE", "UTF-16LE", "UTF-32", "UTF-7", "ISO-8859-1"}) {
+        const QString declared =
+                QStringLiteral("<?xml version=\"1.0\" encoding=\"%1\"?>").arg(QLatin1String(name))
+                + QString::fromUtf8(svg("<g/>"));
+        QTest::newRow(name) << QTextCodec::codecForName(name)->fromUnicode(declared);
+        QTest::newRow((QByteArray("a claim of ") + name).constData()) << declared.toUtf8();
+    }
+}
+
+/// Their markup could not be found by its bytes. A document's own text never has one.
+void AdmissionTest::refusesOtherEncodings()
+{
+    QFETCH(QByteArray, text);
+    QCOMPARE(admit(text).refusal, QStringLiteral("line 1: the text is not UTF-8"));
 }
 
 void AdmissionTest::judgesTemplatesAtOnce_data()

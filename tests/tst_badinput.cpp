@@ -275,6 +275,7 @@ private Q_SLOTS:
     void bearsChainsOnASmallStack();
     void bearsGradientCycles_data();
     void bearsGradientCycles();
+    void drawsOnlyWhatCanBeRead();
     void bearsAnyBounds_data();
     void bearsAnyBounds();
     void bearsAnyTimeText_data();
@@ -833,6 +834,20 @@ void BadInputTest::bearsGradientCycles()
         const ExpectedWarning fromTheRenderer(QStringLiteral("Could not resolve property : #"));
         COMPARE_PICTURES(renderAt(document, ms), renderAt(twin, 0), 0);
     }
+}
+
+void BadInputTest::drawsOnlyWhatCanBeRead()
+{
+    SvgDocument document(svg(redRect()));
+    document.setBounds(canvas);
+    const QImage expected = renderAt(document, 0);
+    document.close();
+    QVERIFY(isTransparent(renderAt(document, 0)));
+    QVERIFY(document.open(QIODevice::WriteOnly));
+    QVERIFY(isTransparent(renderAt(document, 0)));
+    document.close();
+    QVERIFY(document.open(QIODevice::ReadOnly));
+    COMPARE_PICTURES(renderAt(document, 0), expected, 0);
 }
 
 void BadInputTest::bearsAnyBounds_data()

@@ -135,6 +135,11 @@ void EditorProjectTest::refuses_data()
     row("a place beyond the world", 1, "y", 1e300);
     row("no rotation", 1, "rotation", missing);
     row("no text", 1, "html", missing);
+    const auto tables = [](int depth) {
+        return QStringLiteral("<table><tr><td>").repeated(depth) + QLatin1Char('x');
+    };
+    row("tables in tables", 1, "html", tables(9));
+    row("tables in tables that never end", 1, "html", tables(3000));
     row("no width of the text", 1, "width", 0);
     row("no name", 1, "name", missing);
 }

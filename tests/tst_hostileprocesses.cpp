@@ -142,6 +142,7 @@ void HostileProcessesTest::initTestCase()
     QImage picture(8, 8, QImage::Format_RGB32);
     picture.fill(Qt::blue);
     QVERIFY(picture.save(folder.filePath(QStringLiteral("canary.png"))));
+    QVERIFY(picture.save(folder.filePath(QStringLiteral("#canary.png"))));
     QVERIFY(write(folder.filePath(QStringLiteral("canary.css")), "rect { fill: #0000ff }"));
     QVERIFY(write(folder.filePath(QStringLiteral("canary.txt")), "secret"));
     QVERIFY(write(folder.filePath(QStringLiteral("canary.dtd")), "<!ENTITY x \"secret\">"));

@@ -52,6 +52,8 @@ private Q_SLOTS:
     void init();
     void refuses_data();
     void refuses();
+    void refusesFrames_data();
+    void refusesFrames();
     void showsTheHarmlessPart_data();
     void showsTheHarmlessPart();
     void opensNoFile_data();
@@ -90,6 +92,31 @@ void HostileTitlesTest::refuses()
     QVERIFY(!document.errorString().contains(QLatin1Char('\n')));
     QVERIFY(document.documentRoot().isNull());
     QVERIFY(isBlank(handle(document)));
+}
+
+void HostileTitlesTest::refusesFrames_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("refusal");
+    for (const RefusedTitle &title : titlesTurningHostile())
+        QTest::newRow(title.name) << QString::fromUtf8(title.text) << title.refusal;
+}
+
+/// Before and behind it the title shows.
+void HostileTitlesTest::refusesFrames()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, refusal);
+    SvgDocument document(text);
+    QVERIFY2(document.isLoaded(), qPrintable(document.errorString()));
+    const QImage before = renderAt(document, 0);
+    QVERIFY(!isBlank(before));
+    QVERIFY(isBlank(renderAt(document, 500)));
+    QVERIFY2(document.errorString().contains(refusal), qPrintable(document.errorString()));
+    document.saveToBuffer();
+    QVERIFY(isBlank(renderAt(document, 500)));
+    COMPARE_PICTURES(renderAt(document, 0), before, 0);
+    QVERIFY(!document.errorString().contains(refusal));
 }
 
 void HostileTitlesTest::showsTheHarmlessPart_data()
@@ -153,8 +180,9 @@ void HostileTitlesTest::animatesNoForeignReference()
     QVERIFY(picture.save(path));
     SvgDocument document(svgTitle(
             redRect()
-            + QStringLiteral("<image width=\"100\" height=\"50\" xlink:href=\"#a\"><animate"
-                             " attributeName=\"xlink:href\" values=\"%1;%1\" dur=\"1s\"/></image>")
+            + QStringLiteral(
+                      "<image width=\"100\" height=\"50\" xlink:href=\"#a\"><animate"
+                      " attributeName=\"xlink:href\" from=\"a\" to=\"%1\" dur=\"1s\"/></image>")
                       .arg(path)));
     QVERIFY(document.isLoaded());
     SvgDocument twin(svgTitle(redRect()));

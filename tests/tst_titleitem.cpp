@@ -8,6 +8,7 @@
 #include <QPen>
 #include <QSignalSpy>
 #include <QStyleOptionGraphicsItem>
+#include <QTemporaryDir>
 #include <QVariantMap>
 
 #include <memory>
@@ -55,6 +56,8 @@ private Q_SLOTS:
     void valuesAtFirst();
     void belongsToItsParent();
     void staysInDisplayModeAtFirst();
+
+    void readsNoFile();
 
     void layoutImage_data();
     void layoutImage();
@@ -257,6 +260,32 @@ void TitleItemTest::tellsANewGeometryWhileTyping()
 }
 
 // Painting
+
+/// In an item's own document. A picture that the application adds is shown.
+void TitleItemTest::readsNoFile()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("canary.png"));
+    QImage picture(50, 50, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    QVERIFY(picture.save(path));
+
+    QGraphicsScene scene;
+    TitleItem item(QSizeF(400, 300), nullptr);
+    scene.addItem(&item);
+    const auto showsBlue = [&](const QString &name) {
+        item.setHtml(QStringLiteral("<img src=\"%1\" width=\"90\" height=\"90\"/>").arg(name));
+        QImage image(area.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        scene.render(&painter, area, area);
+        return image.pixelColor(50, 50) == QColor(Qt::blue);
+    };
+    QVERIFY(!showsBlue(path));
+    QVERIFY(!showsBlue(QStringLiteral("file://") + path));
+    item.document()->addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("a")), picture);
+    QVERIFY(showsBlue(QStringLiteral("a")));
+}
 
 void TitleItemTest::showsTheText()
 {

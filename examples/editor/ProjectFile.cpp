@@ -12,6 +12,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QTextDocument>
+#include <QTextFrame>
 
 #include <stdexcept>
 
@@ -21,6 +23,7 @@ constexpr int version = 1;
 constexpr double largestSide = 16384.0;
 constexpr double longestClip = 24.0 * 60.0 * 60.0 * 1000.0;
 constexpr double farthest = 1e6;
+constexpr int deepestTable = 8; // each is laid out several times by the one around it
 constexpr double smallestFactor = 1e-6;
 constexpr double largestFactor = 1e6;
 
@@ -100,10 +103,27 @@ void readSvg(Title &title, const QJsonObject &object)
                 tr("The title \"%1\" can't be shown: %2").arg(title.name, document.errorString()));
 }
 
+/// How many tables stand in one another.
+int depthOfTables(const QString &html)
+{
+    QTextDocument document;
+    document.setHtml(html);
+    int depth = -1; // the document is the outermost frame
+    for (QList<QTextFrame *> frames{document.rootFrame()}; !frames.isEmpty(); ++depth) {
+        QList<QTextFrame *> inside;
+        for (const QTextFrame *frame : qAsConst(frames))
+            inside += frame->childFrames();
+        frames = inside;
+    }
+    return depth;
+}
+
 void readText(Title &title, const QJsonObject &object)
 {
     title.kind = Title::Text;
     title.html = text(object, "html");
+    if (depthOfTables(title.html) > deepestTable)
+        throw Defect(tr("The text of \"%1\" has too many tables in tables.").arg(title.name));
     title.placement.textWidth = number(object, "width", 1.0, farthest);
 }
 

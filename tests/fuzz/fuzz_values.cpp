@@ -111,7 +111,7 @@ void checkNumberScan(const QString &text)
     const std::string bytes = text.toStdString();
     const NumberScan scan = scanNumbers(bytes);
     FUZZ_CHECK(scan.count >= 0 && std::size_t(scan.count) <= bytes.size());
-    hasTooLargeStyle(bytes);
+    scanStyle(bytes);
 }
 
 bool isWellFormed(const QString &text)

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "SelectorScan_p.h"
+
+#include <algorithm>
+
+// Selectors stand before a "{". Where braces, comments and texts in quotes may be other than they
+// look, all of the style sheet counts as selectors.
+
+namespace {
+
+bool isOneOf(char c, std::string_view characters)
+{
+    return characters.find(c) != std::string_view::npos;
+}
+
+bool isSeparator(char c)
+{
+    return isOneOf(c, " \t\n\v\f\r>+~,");
+}
+
+/// Counts the simple selectors in a list of selectors.
+void addSelectors(std::string_view list, SelectorScan *scan)
+{
+    char combinator = ',';
+    bool isBehindSeparator = true;
+    for (const char c : list) {
+        if (isSeparator(c)) {
+            if (isOneOf(c, ">+~,"))
+                combinator = c;
+            else if (combinator == 0)
+                combinator = ' ';
+            isBehindSeparator = true;
+            continue;
+        }
+        if (isBehindSeparator && (combinator == '+' || combinator == '~'))
+            ++scan->sibling;
+        else if (isBehindSeparator && combinator != ',')
+            ++scan->ancestor;
+        if (isBehindSeparator || isOneOf(c, ".#[:"))
+            ++scan->single;
+        isBehindSeparator = false;
+        combinator = 0;
+    }
+}
+
+/// Behind the comment or quoted text that begins here; the same place when nothing ends it on its
+/// line or before the end.
+std::size_t behindHidden(std::string_view text, std::size_t at)
+{
+    const bool isComment = text[at] == '/';
+    const std::size_t end = isComment ? text.find("*/", at + 2) : text.find(text[at], at + 1);
+    if (end == std::string_view::npos)
+        return at;
+    const std::size_t line = text.substr(at, end - at).find_first_of("\n\r\f");
+    return !isComment && line != std::string_view::npos ? at : end + (isComment ? 2 : 1);
+}
+
+bool isBlank(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), isSeparator);
+}
+
+bool beginsHidden(std::string_view text, std::size_t at)
+{
+    return text[at] == '"' || text[at] == '\'' || text.substr(at, 2) == "/*";
+}
+
+} // namespace
+
+SelectorScan scanSelectors(std::string_view styleSheet)
+{
+    SelectorScan scan;
+    std::size_t start = 0;
+    for (std::size_t at = 0; at < styleSheet.size(); ++at) {
+        if (beginsHidden(styleSheet, at)) {
+            const std::size_t behind = behindHidden(styleSheet, at);
+            if (behind == at
+                || styleSheet.substr(at, behind - at).find('\\') != std::string_view::npos)
+                break;
+            if (isBlank(styleSheet.substr(start, at - start)) && styleSheet[at] == '/')
+                start = behind;
+            at = behind - 1;
+        } else if (styleSheet[at] == '\\') {
+            break;
+        } else if (isOneOf(styleSheet[at], "{};")) {
+            if (styleSheet[at] == '{')
+                addSelectors(styleSheet.substr(start, at - start), &scan);
+            start = at + 1;
+        }
+    }
+    addSelectors(styleSheet.substr(start), &scan);
+    scan.single = std::max<qint64>(scan.single, 1); // one without any is looked through, too
+    return scan;
+}

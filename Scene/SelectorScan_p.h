@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#pragma once
+
+#include <QtGlobal>
+
+#include <string_view>
+
+/// What the renderer compares with every element: the simple selectors of a style sheet, by how
+/// far they make it look around. Never fewer than there are.
+struct SelectorScan
+{
+    qint64 single = 0;   ///< looked at once
+    qint64 ancestor = 0; ///< looked for among the elements around
+    qint64 sibling = 0;  ///< looked for among the elements before
+};
+
+SelectorScan scanSelectors(std::string_view styleSheet);

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The TitleScene authors
+
+#include "WarningFreeTest.h"
+
+#include <Scene/SelectorScan_p.h>
+
+// How many simple selectors a style sheet makes the renderer compare with an element.
+
+class SelectorScanTest : public WarningFreeTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void counts_data();
+    void counts();
+};
+
+void SelectorScanTest::counts_data()
+{
+    QTest::addColumn<QByteArray>("styleSheet");
+    QTest::addColumn<int>("single");
+    QTest::addColumn<int>("ancestor");
+    QTest::addColumn<int>("sibling");
+    const auto add = [](const char *styleSheet, int single, int ancestor = 0, int sibling = 0) {
+        QTest::newRow(styleSheet) << QByteArray(styleSheet) << single << ancestor << sibling;
+    };
+    add("", 1);
+    add("a{fill:red}", 1);
+    add(" .a {\n fill: red; stroke: blue }\n\n#b\n{ }", 2);
+    add("a,b , c{}", 3);
+    add("a.b.c#d[e][f=g]:h{}", 7);
+    add("a b{}", 2, 1);
+    add("a > b{}", 2, 1);
+    add("a>b>c , d{}", 4, 2);
+    add("a+b{}", 2, 0, 1);
+    add("a ~ b c{}", 3, 1, 1);
+    add("@media print{a b{}}", 4, 2);
+    add("a{font-family:'x y;{';fill:\"} b c{\"}", 1);
+    add("/* a b { c } */ d{}", 1);
+    add("a/* { */b{}", 3, 2);
+    add("a /* b */ c{}", 5, 4);
+    add("a[b='{ c d ']{}", 5, 3);
+    // What may be other than it looks counts as selectors.
+    add("a{b:c}/* d e f", 5, 3);
+    add("a{b:\\} c d", 5, 2);
+    add("a{b:'c\n'd e}", 5, 2);
+}
+
+void SelectorScanTest::counts()
+{
+    QFETCH(QByteArray, styleSheet);
+    const SelectorScan scan =
+            scanSelectors(std::string_view(styleSheet.constData(), std::size_t(styleSheet.size())));
+    QTEST(int(scan.single), "single");
+    QTEST(int(scan.ancestor), "ancestor");
+    QTEST(int(scan.sibling), "sibling");
+}
+
+QTEST_APPLESS_MAIN(SelectorScanTest)
+
+#include "tst_selectorscan.moc"
