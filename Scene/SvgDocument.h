@@ -265,7 +265,7 @@ private:
     bool isShowing(const std::vector<FrameStep> &steps) const;
     std::vector<bool> neededSteps(const std::vector<FrameStep> &steps) const;
     void carryOut(const FrameStep &step);
-    void judgeFrame();
+    void judgeFrame(const std::vector<FrameStep> &steps);
     bool showsUsesOf(const AnimatableAttribute &attribute) const;
 
     QByteArray m_data;

@@ -4,9 +4,9 @@
 #include "SvgDocument.h"
 
 #include "Admission_p.h"
-#include "AnimatableAttributeColor.h"
-#include "AnimatableAttributeFloat.h"
+#include "AnimatableAttribute.h"
 #include "MarkupRoles_p.h"
+#include "NumberScan_p.h"
 #include "Picture_p.h"
 #include "Renderer_p.h"
 #include "TimeValue_p.h"
@@ -47,22 +47,34 @@ bool isForeignReference(const QDomElement &element, const AdjustableAttribute &a
             && value != attribute.defaultValue() && pixelsOfPicture(value) == 0;
 }
 
-/// Whether the values of an animation can exceed limits although its key values do not: one that
-/// lies between two of them may be another reference, or a path with other numbers.
-bool mayExceedLimits(const AnimatableAttribute &animation)
+constexpr int fewNumbers = 6; // those of a matrix
+
+NumberScan numbersIn(const QString &value)
 {
-    const QByteArray name = animation.attributeName().toUtf8();
+    const QByteArray text = value.toUtf8();
+    return scanNumbers(std::string_view(text.constData(), std::size_t(text.size())));
+}
+
+/// Whether a value can exceed limits although the key values and the template's own do not: one
+/// that lies between two key values may be another reference, or a path with other numbers.
+bool mayExceedLimits(const AdjustableAttribute &attribute, const QString &value)
+{
+    const QByteArray name = attribute.attributeName().toUtf8();
     switch (roleOfAttribute(std::string_view(name.constData(), std::size_t(name.size())))) {
     case AttributeRole::None:
         return false;
     case AttributeRole::Id:
     case AttributeRole::Reference:
     case AttributeRole::UseReference:
+    case AttributeRole::Style:
         return true;
     default:
-        return !dynamic_cast<const AnimatableAttributeFloat *>(&animation)
-                && !dynamic_cast<const AnimatableAttributeColor *>(&animation);
+        break;
     }
+    const NumberScan numbers = numbersIn(value);
+    return numbers.isTooLarge
+            || (numbers.count > fewNumbers
+                && numbers.count > numbersIn(attribute.defaultValue()).count);
 }
 
 bool isDrawable(const QRectF &bounds)
@@ -100,17 +112,21 @@ void SvgDocument::applyAnimation(int ms)
     }
     if (!isTextSavedTree())
         saveToBuffer();
-    if (std::any_of(steps.begin(), steps.end(),
-                    [](const FrameStep &step) { return mayExceedLimits(*step.animation); }))
-        judgeFrame();
+    judgeFrame(steps);
     m_shownSteps = std::move(steps);
 }
 
 /// Only a frame that is admitted as it stands is drawn. The tree stays for the next one.
-void SvgDocument::judgeFrame()
+void SvgDocument::judgeFrame(const std::vector<FrameStep> &steps)
 {
+    const bool isInDoubt = std::any_of(steps.begin(), steps.end(), [](const FrameStep &step) {
+        return mayExceedLimits(*step.animation, step.value);
+    });
+    if (m_dom.documentElement().isNull() || (m_admitted && !isInDoubt))
+        return;
     const auto text = QByteArray::fromRawData(m_data.constData(), int(m_textSize));
-    const Admission admission = admit(text, LargeNumbers::RefuseBesideDashes);
+    const Admission admission =
+            isInDoubt ? admit(text, LargeNumbers::RefuseBesideDashes) : Admission{text, QString()};
     const bool isWhole = admission.text.constData() == text.constData();
     m_admitted = isWhole && admission.refusal.isEmpty();
     setErrorString(isWhole ? admission.refusal
