@@ -429,6 +429,11 @@ void TestInspect::surviveHostileTexts_data()
     const QString classes =
             QStringLiteral("<g class='%1'/>").arg(QStringLiteral("a ").repeated(50));
     QTest::newRow("many rules for many classes") << text(rules + classes.repeated(5000)) << 0;
+    const QString sheet = QStringLiteral("<style>%1</style>");
+    QTest::newRow("many empty rules")
+            << text(sheet.arg(QStringLiteral("a{}").repeated(80000))) << 0;
+    QTest::newRow("many statements") << text(sheet.arg(QStringLiteral("a;").repeated(120000))) << 0;
+    QTest::newRow("many comments") << text(sheet.arg(QStringLiteral("/**/").repeated(60000))) << 0;
     QTest::newRow("long text") << text(
             QStringLiteral("<text>%1</text>")
                     .arg(QStringLiteral("<tspan>a</tspan>").repeated(20000)))

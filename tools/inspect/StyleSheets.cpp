@@ -11,14 +11,18 @@
 
 namespace {
 
-QString withoutComments(QString text)
+QString withoutComments(const QString &text)
 {
+    QString result;
+    int kept = 0;
     int start = 0;
-    while ((start = text.indexOf(QLatin1String("/*"), start)) >= 0) {
+    while ((start = text.indexOf(QLatin1String("/*"), kept)) >= 0) {
+        result += text.midRef(kept, start - kept);
+        result += QLatin1Char(' ');
         const int end = text.indexOf(QLatin1String("*/"), start + 2);
-        text.replace(start, end < 0 ? text.size() - start : end + 2 - start, QLatin1Char(' '));
+        kept = end < 0 ? text.size() : end + 2;
     }
-    return text;
+    return result + text.midRef(kept);
 }
 
 // Behind the block that begins at "{"; the text's end when it is not closed.
@@ -32,6 +36,12 @@ int behindBlock(const QString &text, int open)
             return i + 1;
     }
     return text.size();
+}
+
+// The head of a rule stands before its block, that of a statement before its ";".
+bool endsHead(QChar c)
+{
+    return c == QLatin1Char('{') || c == QLatin1Char(';');
 }
 
 QStringList trimmedParts(const QString &text, QChar separator)
@@ -69,17 +79,16 @@ StyleRules::StyleRules(const QString &styleSheet)
     const QString text = withoutComments(styleSheet);
     int at = 0;
     while (at < text.size()) {
-        const int open = text.indexOf(QLatin1Char('{'), at);
-        const int semicolon = text.indexOf(QLatin1Char(';'), at);
-        const bool isStatement = semicolon >= 0 && (open < 0 || semicolon < open);
-        const int headEnd = isStatement ? semicolon : open < 0 ? text.size() : open;
+        const auto found = std::find_if(text.begin() + at, text.end(), endsHead);
+        const int headEnd = int(found - text.begin());
+        const bool hasBlock = found != text.end() && *found == QLatin1Char('{');
         const QString head = text.mid(at, headEnd - at).trimmed();
-        const int end = isStatement || open < 0 ? headEnd + 1 : behindBlock(text, open);
+        const int end = hasBlock ? behindBlock(text, headEnd) : headEnd + 1;
         if (head.startsWith(QLatin1Char('@')))
             m_atRules += nameOfAtRule.match(head).captured();
-        else if (!isStatement && open >= 0)
+        else if (hasBlock)
             m_rules.push_back({trimmedParts(head, QLatin1Char(',')),
-                               declarationsIn(text.mid(open + 1, end - open - 2))});
+                               declarationsIn(text.mid(headEnd + 1, end - headEnd - 2))});
         at = end;
     }
 }
