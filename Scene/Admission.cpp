@@ -128,7 +128,7 @@ void inspectXml(const QByteArray &text, Inspection *inspection)
 {
     QXmlStreamReader reader(text);
     reader.setNamespaceProcessing(false);
-    while (inspection->refusal().isEmpty() && !inspection->isBehindRoot() && !reader.atEnd()) {
+    while (inspection->refusal().isEmpty() && !inspection->isAfterRoot() && !reader.atEnd()) {
         reader.readNext();
         inspection->setLine(reader.lineNumber());
         inspectToken(reader, inspection);

@@ -73,7 +73,7 @@ constexpr AdmissionLimit usesBesideRingWithoutCanvas{
 // Adding a stop to a gradient takes time in proportion to the stops that it has.
 constexpr AdmissionLimit gradientStops{"number of gradient stops", 4'096};
 
-// The renderer drops what stands behind 32,767 points of a path; an arc has 7 numbers.
+// The renderer drops what stands after 32,767 points of a path; an arc has 7 numbers.
 constexpr AdmissionLimit pathNumbers{"number of coordinates", 7LL * 32'767};
 
 // Dashes are looked through from the start for every dash that is drawn.

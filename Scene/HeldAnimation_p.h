@@ -15,7 +15,7 @@ struct RendererTiming
     double repeatCount = 0.0;
 };
 
-/// What the renderer does with an animation behind its last repetition.
+/// What the renderer does with an animation after its last repetition.
 enum class AfterEnd { ShowsNothing, ShowsEnd };
 
 /// The timing that makes the renderer show, whatever its clock says while it draws, what the given

@@ -32,11 +32,11 @@ public:
     void characters(std::string_view text);
     void processingInstruction(std::string_view target);
 
-    /// To be called behind the root.
+    /// To be called after the root.
     void finish();
 
     /// Whether the root has ended.
-    bool isBehindRoot() const { return m_elements > 0 && m_open.empty(); }
+    bool isAfterRoot() const { return m_elements > 0 && m_open.empty(); }
 
     /// Only the first refusal counts.
     void refuse(const QString &refusal);

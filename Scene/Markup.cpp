@@ -39,37 +39,37 @@ bool startsAt(const QByteArray &text, int at, const char *token)
             && qstrncmp(text.constData() + at, token, uint(std::strlen(token))) == 0;
 }
 
-/// Behind the next token; the end of the text when there is none.
-int behind(const QByteArray &text, const char *token, int from)
+/// After the next token; the end of the text when there is none.
+int after(const QByteArray &text, const char *token, int from)
 {
     const int found = text.indexOf(token, from);
     return found < 0 ? text.size() : found + int(std::strlen(token));
 }
 
-/// Behind the quoted text that begins here.
-int behindQuoted(const QByteArray &text, int at)
+/// After the quoted text that begins here.
+int afterQuoted(const QByteArray &text, int at)
 {
     const int end = text.indexOf(text.at(at), at + 1);
     return end < 0 ? text.size() : end + 1;
 }
 
-/// Behind a document type declaration that begins here; subset receives what is in its brackets.
-int behindDocumentType(const QByteArray &text, int at, QByteArray *subset)
+/// After a document type declaration that begins here; subset receives what is in its brackets.
+int afterDocumentType(const QByteArray &text, int at, QByteArray *subset)
 {
     int bracket = -1;
     while (at < text.size()) {
         const char c = text.at(at);
         if (bracket >= 0 && startsAt(text, at, "<!--")) {
-            at = behind(text, "-->", at);
+            at = after(text, "-->", at);
         } else if (bracket >= 0 && startsAt(text, at, "<?")) {
-            at = behind(text, "?>", at);
+            at = after(text, "?>", at);
         } else if (isQuote(c)) {
-            at = behindQuoted(text, at);
+            at = afterQuoted(text, at);
         } else if (bracket < 0 && c == '[') {
             bracket = at++;
         } else if (bracket >= 0 && c == ']') {
             *subset = text.mid(bracket, at + 1 - bracket);
-            return behind(text, ">", at);
+            return after(text, ">", at);
         } else if (bracket < 0 && c == '>') {
             return at + 1;
         } else {
@@ -81,36 +81,36 @@ int behindDocumentType(const QByteArray &text, int at, QByteArray *subset)
     return at;
 }
 
-/// Behind what begins with "<" here, if that is no start tag; otherwise the same place.
-int behindOtherMarkup(const QByteArray &text, int at)
+/// After what begins with "<" here, if that is no start tag; otherwise the same place.
+int afterOtherMarkup(const QByteArray &text, int at)
 {
     QByteArray subset;
     const char kind = text.at(std::min(at + 1, text.size() - 1));
     if (kind != '!' && kind != '?' && kind != '/')
         return at;
     if (startsAt(text, at, "<!--"))
-        return behind(text, "-->", at + 4);
+        return after(text, "-->", at + 4);
     if (startsAt(text, at, "<![CDATA["))
-        return behind(text, "]]>", at);
+        return after(text, "]]>", at);
     if (startsAt(text, at, "<!"))
-        return behindDocumentType(text, at, &subset);
+        return afterDocumentType(text, at, &subset);
     if (startsAt(text, at, "<?"))
-        return behind(text, "?>", at);
+        return after(text, "?>", at);
     if (startsAt(text, at, "</"))
-        return behind(text, ">", at);
+        return after(text, ">", at);
     return at;
 }
 
-/// Behind the start tag that begins here. Visits each attribute: where its name begins and ends,
+/// After the start tag that begins here. Visits each attribute: where its name begins and ends,
 /// where its value begins and ends.
 template <typename Visit>
-int behindStartTag(const QByteArray &text, int at, Visit visit)
+int afterStartTag(const QByteArray &text, int at, Visit visit)
 {
     int name = -1;
     int nameEnd = -1;
     for (++at; at < text.size() && text.at(at) != '>';) {
         if (isQuote(text.at(at))) {
-            const int end = behindQuoted(text, at);
+            const int end = afterQuoted(text, at);
             visit(name, nameEnd, at + 1, end - 1);
             at = end;
             name = nameEnd = -1;
@@ -137,12 +137,12 @@ int lineOfTooManyAttributes(const QByteArray &text)
     constexpr int shortest = 5;
     const qint64 suspect = shortest * AdmissionLimits::attributes.most;
     for (int at = nextTag(text, 0); at >= 0;) {
-        const int other = behindOtherMarkup(text, at);
+        const int other = afterOtherMarkup(text, at);
         const int next = nextTag(text, std::max(other, at + 1));
         const int end = next < 0 ? text.size() : next;
         if (other == at && end - at > suspect) {
             qint64 count = 0;
-            behindStartTag(text, at, [&count](int, int, int, int) { ++count; });
+            afterStartTag(text, at, [&count](int, int, int, int) { ++count; });
             if (count > AdmissionLimits::attributes.most)
                 return 1 + int(std::count(text.begin(), text.begin() + at, '\n'));
         }
@@ -156,10 +156,10 @@ QByteArray internalSubset(const QByteArray &text)
     QByteArray subset;
     for (int at = nextTag(text, 0); at >= 0; at = nextTag(text, at)) {
         if (startsAt(text, at, "<!DOCTYPE")) {
-            behindDocumentType(text, at, &subset);
+            afterDocumentType(text, at, &subset);
             break;
         }
-        const int end = behindOtherMarkup(text, at);
+        const int end = afterOtherMarkup(text, at);
         if (end == at)
             break; // the root
         at = end;
@@ -186,7 +186,7 @@ QByteArray withoutForeignReferences(const QByteArray &text, const std::vector<in
     auto next = elements.begin();
     int element = 0;
     for (int at = nextTag(text, 0); at >= 0; at = nextTag(text, at)) {
-        const int end = behindOtherMarkup(text, at);
+        const int end = afterOtherMarkup(text, at);
         if (end != at) {
             if (startsAt(text, at, "<?xml-stylesheet"))
                 replace(at, end, QByteArray());
@@ -194,7 +194,7 @@ QByteArray withoutForeignReferences(const QByteArray &text, const std::vector<in
             continue;
         }
         const bool isMeant = next != elements.end() && *next == element;
-        at = behindStartTag(text, at, [&](int name, int nameEnd, int value, int valueEnd) {
+        at = afterStartTag(text, at, [&](int name, int nameEnd, int value, int valueEnd) {
             if (isMeant && name >= 0 && text.mid(name, nameEnd - name) == "xlink:href")
                 replace(value, valueEnd, transparentPicture());
         });

@@ -32,7 +32,7 @@ bool mayBelongToReference(char c)
     return isLetter || isDigit(c) || c == '-' || c == '_' || c == '.';
 }
 
-/// Reads one number from its first digit or point on; at ends behind it.
+/// Reads one number from its first digit or point on; at ends after it.
 bool isTooLargeNumber(const char *&at, const char *end)
 {
     constexpr int harmlessDigits = 7; // 9,999,999

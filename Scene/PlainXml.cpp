@@ -77,8 +77,8 @@ int lengthOfCharacter(const char *at, const char *end)
     return isShortest && !isForbidden ? length : 0;
 }
 
-/// Behind all that needs no closer look.
-const char *behindPlain(const char *at, const char *end, int bits)
+/// After all that needs no closer look.
+const char *afterPlain(const char *at, const char *end, int bits)
 {
     while (at != end) {
         if (is(*at, bits)) {
@@ -170,7 +170,7 @@ PlainXml::Token PlainXml::closeElement()
 PlainXml::Token PlainXml::characters()
 {
     const char *const start = m_at;
-    m_at = behindPlain(m_at, m_end, Content);
+    m_at = afterPlain(m_at, m_end, Content);
     if (m_at == m_end || *m_at != '<')
         return Token::NotPlain;
     m_characters = std::string_view(start, std::size_t(m_at - start));
@@ -182,7 +182,7 @@ bool PlainXml::skipComment()
     if (!skip("<!--"))
         return false;
     while (true) {
-        m_at = behindPlain(m_at, m_end, Commented);
+        m_at = afterPlain(m_at, m_end, Commented);
         if (m_at == m_end || *m_at != '-' || isAt("--"))
             return skip("-->");
         ++m_at;
@@ -235,7 +235,7 @@ bool PlainXml::readValue(std::string_view *value)
     const char *const start = m_at;
     bool isNormal = true;
     while (true) {
-        m_at = behindPlain(m_at, m_end, Quoted);
+        m_at = afterPlain(m_at, m_end, Quoted);
         if (m_at == m_end || *m_at == quote)
             break;
         if (*m_at == '\n' || *m_at == '\t')
@@ -259,7 +259,7 @@ std::string_view PlainXml::normalised(std::string_view value)
     return copy;
 }
 
-/// Skips what may stand before and behind the root, up to the next tag.
+/// Skips what may stand before and after the root, up to the next tag.
 bool PlainXml::skipOutside()
 {
     skipSpaces();

@@ -149,9 +149,9 @@ References::Amount References::contentOf(int element) const
 {
     const auto end = std::size_t(m_ends[std::size_t(element)]);
     const Amount &before = m_before[std::size_t(element)];
-    const Amount &behind = end < m_before.size() ? m_before[end] : m_total;
-    return {behind.elements - before.elements, behind.characters - before.characters,
-            behind.coordinates - before.coordinates};
+    const Amount &after = end < m_before.size() ? m_before[end] : m_total;
+    return {after.elements - before.elements, after.characters - before.characters,
+            after.coordinates - before.coordinates};
 }
 
 std::optional<AdmissionLimit> References::exceededBy(const Amount &drawn) const

@@ -93,7 +93,7 @@ private:
     Amount m_total;
     std::vector<Amount> m_before; // each element
     qint64 m_longestGlyph = 0;
-    std::vector<int> m_ends; // of each element, the number of the first one behind its content
+    std::vector<int> m_ends; // of each element, the number of the first one after its content
     std::unordered_map<std::string, int> m_ids;
     std::vector<std::vector<int>> m_owners; // by number of the id
     Links m_uses;

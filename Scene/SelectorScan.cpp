@@ -24,30 +24,30 @@ bool isSeparator(char c)
 void addSelectors(std::string_view list, SelectorScan *scan)
 {
     char combinator = ',';
-    bool isBehindSeparator = true;
+    bool isAfterSeparator = true;
     for (const char c : list) {
         if (isSeparator(c)) {
             if (isOneOf(c, ">+~,"))
                 combinator = c;
             else if (combinator == 0)
                 combinator = ' ';
-            isBehindSeparator = true;
+            isAfterSeparator = true;
             continue;
         }
-        if (isBehindSeparator && (combinator == '+' || combinator == '~'))
+        if (isAfterSeparator && (combinator == '+' || combinator == '~'))
             ++scan->sibling;
-        else if (isBehindSeparator && combinator != ',')
+        else if (isAfterSeparator && combinator != ',')
             ++scan->ancestor;
-        if (isBehindSeparator || isOneOf(c, ".#[:"))
+        if (isAfterSeparator || isOneOf(c, ".#[:"))
             ++scan->single;
-        isBehindSeparator = false;
+        isAfterSeparator = false;
         combinator = 0;
     }
 }
 
-/// Behind the comment or quoted text that begins here; the same place when nothing ends it on its
+/// After the comment or quoted text that begins here; the same place when nothing ends it on its
 /// line or before the end.
-std::size_t behindHidden(std::string_view text, std::size_t at)
+std::size_t afterHidden(std::string_view text, std::size_t at)
 {
     const bool isComment = text[at] == '/';
     const std::size_t end = isComment ? text.find("*/", at + 2) : text.find(text[at], at + 1);
@@ -75,13 +75,13 @@ SelectorScan scanSelectors(std::string_view styleSheet)
     std::size_t start = 0;
     for (std::size_t at = 0; at < styleSheet.size(); ++at) {
         if (beginsHidden(styleSheet, at)) {
-            const std::size_t behind = behindHidden(styleSheet, at);
-            if (behind == at
-                || styleSheet.substr(at, behind - at).find('\\') != std::string_view::npos)
+            const std::size_t after = afterHidden(styleSheet, at);
+            if (after == at
+                || styleSheet.substr(at, after - at).find('\\') != std::string_view::npos)
                 break;
             if (isBlank(styleSheet.substr(start, at - start)) && styleSheet[at] == '/')
-                start = behind;
-            at = behind - 1;
+                start = after;
+            at = after - 1;
         } else if (styleSheet[at] == '\\') {
             break;
         } else if (isOneOf(styleSheet[at], "{};")) {

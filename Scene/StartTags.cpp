@@ -49,7 +49,7 @@ public:
         return true;
     }
 
-    /// Behind the name of the start tag.
+    /// After the name of the start tag.
     int attributesBegin() const { return int(m_attributes - m_begin); }
     /// At the ">" or "/>" of the start tag.
     int attributesEnd() const { return int(m_at - m_begin); }
@@ -66,7 +66,7 @@ private:
                 std::find_if(m_at, m_end, [](char c) { return c == ' ' || c == '/' || c == '>'; });
         m_at = m_attributes;
         while (m_at != m_end && *m_at != '>' && *m_at != '/') {
-            // Behind a name there is a value in double quotes.
+            // After a name there is a value in double quotes.
             m_at = std::find_if(m_at, m_end,
                                 [](char c) { return c == '"' || c == '>' || c == '/'; });
             if (m_at != m_end && *m_at == '"') {

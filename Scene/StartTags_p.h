@@ -35,7 +35,7 @@ public:
 private:
     enum class Change { None, OneValue, Any };
 
-    /// The part of a start tag behind the name, without the end of the tag.
+    /// The part of a start tag after the name, without the end of the tag.
     struct Attributes
     {
         int begin;

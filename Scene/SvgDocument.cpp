@@ -311,7 +311,7 @@ void SvgDocument::parseTree()
     }
     seek(0);
     forgetElements();
-    // Text behind the root makes the parser report an error, too, but the tree is complete then.
+    // Text after the root makes the parser report an error, too, but the tree is complete then.
     if (isAdmitted)
         m_dom.setContent(this);
     else

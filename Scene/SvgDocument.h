@@ -94,7 +94,7 @@ public:
 
     /// The length of the closing part, ms, from the begin of the animation with the id
     /// "CONCLUSION" to the end of the title; 0 when there is none. Negative when that animation
-    /// begins behind the end.
+    /// begins after the end.
     int animationConclusionDuration() const;
 
     /// @}
@@ -174,7 +174,7 @@ public:
     /// The stages of the constructor. Each parses the text into the tree first.
     /// @{
 
-    /// The milliseconds that \a text stands for: a number of seconds, "s" or "ms" behind it or
+    /// The milliseconds that \a text stands for: a number of seconds, "s" or "ms" after it or
     /// not, truncated. Saturates; 0 for everything else ("indefinite", "00:05", "a.end").
     int stringToTime(const QString &text) const;
 
@@ -212,7 +212,7 @@ public:
     qint64 size() const override;
 
 protected:
-    /// Reads up to the end of the text, not into what is left behind it.
+    /// Reads up to the end of the text, not into what is left over after it.
     qint64 readData(char *data, qint64 maxSize) override;
 
     /// Writes at the device's position, over what stands there. Writing at the start begins a new
@@ -286,7 +286,7 @@ private:
     std::vector<FrameStep> m_shownSteps; // of the last frame; empty when the tree has changed since
 
     bool m_loaded = false;       // the renderer has accepted the template's text
-    qint64 m_textSize = 0;       // what lies behind it in m_data is left over from a longer text
+    qint64 m_textSize = 0;       // what lies after it in m_data is left over from a longer text
     QByteArray m_knownText;      // shares m_data's bytes unless somebody else has written them
     bool m_admitted = false;     // the known text may be given to parsers
     bool m_treeIsShared = false; // somebody outside may change the tree at any time

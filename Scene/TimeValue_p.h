@@ -29,7 +29,7 @@ struct BeginReference
 {
     QString id;             ///< of the other animation; empty for a begin that refers to none
     bool fromBegin = false; ///< from that animation's begin, else from its end
-    QString offset;         ///< the time text behind the first sign, wherever that stands
+    QString offset;         ///< the time text after the first sign, wherever that stands
     bool isNegative = false;
 
     int offsetTime() const; ///< ms

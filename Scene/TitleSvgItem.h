@@ -124,7 +124,7 @@ public Q_SLOTS:
     /// that is not finite is left out.
     void setSize(const QSizeF &size);
 
-    /// Sets the time on the clip, ms. Any time will do: what is before or behind the clip shows the
+    /// Sets the time on the clip, ms. Any time will do: what is before or after the clip shows the
     /// title as it is then.
     void setCurrentTime(int time);
 

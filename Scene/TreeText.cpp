@@ -76,7 +76,7 @@ public:
     bool write(const QDomDocument &tree)
     {
         m_text += QLatin1String("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
-        for (QDomNode node = firstBehindDeclaration(tree); !node.isNull();
+        for (QDomNode node = firstAfterDeclaration(tree); !node.isNull();
              node = node.nextSibling()) {
             if (!writeTopNode(node))
                 return false;
@@ -87,7 +87,7 @@ public:
     QByteArray text() const { return m_text.toUtf8(); }
 
 private:
-    static QDomNode firstBehindDeclaration(const QDomDocument &tree)
+    static QDomNode firstAfterDeclaration(const QDomDocument &tree)
     {
         for (QDomNode node = tree.firstChild(); !node.isNull(); node = node.nextSibling()) {
             if (isXmlDeclaration(node))
@@ -124,14 +124,14 @@ private:
     {
         switch (node.nodeType()) {
         case QDomNode::ElementNode:
-            indentUnlessBehindText(node, depth);
+            indentUnlessAfterText(node, depth);
             writeStartTag(node);
             break;
         case QDomNode::TextNode:
             append(node.nodeValue(), escapedInText, &m_text);
             break;
         case QDomNode::CommentNode:
-            indentUnlessBehindText(node, depth);
+            indentUnlessAfterText(node, depth);
             writeComment(node);
             break;
         default:
@@ -176,7 +176,7 @@ private:
         breakUnlessBeforeText(comment);
     }
 
-    void indentUnlessBehindText(const QDomNode &node, int depth)
+    void indentUnlessAfterText(const QDomNode &node, int depth)
     {
         if (!node.previousSibling().isText())
             m_text += QString(depth, QLatin1Char(' '));

@@ -15,5 +15,5 @@ QByteArray textOfTree(const QDomDocument &tree, int expectedSize = 0);
 /// An attribute as it stands in that text.
 void appendAttribute(const QDomNode &attribute, QString *text);
 
-/// All attributes of an element, each behind a space.
+/// All attributes of an element, each after a space.
 void appendAttributes(const QDomNode &element, QString *text);

@@ -59,7 +59,7 @@ void addBytes(Titles &titles)
     titles.add("cut off", title.left(title.size() - 20));
     titles.add("another root", "<html><svg/></html>");
     titles.add("compressed", QByteArray::fromHex("1f8b08000000000000ff") + qCompress(title).mid(6));
-    titles.add("more behind the root", title + "<rect/></svg><svg>&#0;<!DOCTYPE x [");
+    titles.add("more after the root", title + "<rect/></svg><svg>&#0;<!DOCTYPE x [");
     titles.add("zero bytes", svgTitle(text("<g id=\"a@\">b@</g>")).toUtf8().replace('@', '\0'));
     titles.add("broken UTF-8",
                svgTitle(text("<text id=\"@\">@</text>"))

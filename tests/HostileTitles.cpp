@@ -315,7 +315,7 @@ std::vector<HostileTitle> titlesNamingFile()
         add(name, svgTitle(redRect() + imageElement(QLatin1String(reference))));
     };
     addImage("absolute", "%1");
-    addImage("behind spaces", " %1 ");
+    addImage("after spaces", " %1 ");
     addImage("without its ending", "%1.");
     addImage("file address", "file://%1");
     addImage("file address without slashes", "file:%1");

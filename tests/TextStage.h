@@ -112,7 +112,7 @@ public:
     int position() const { return item->textCursor().position(); }
     QString selection() const { return item->textCursor().selectedText(); }
 
-    //! The format of the character behind a position.
+    //! The format of the character after a position.
     QTextCharFormat formatAt(int position) const
     {
         QTextCursor cursor(item->document());

@@ -51,7 +51,7 @@ inline QString svgTitle(const QString &content)
             .arg(content);
 }
 
-/// The document's text, without what is left over behind it.
+/// The document's text, without what is left over after it.
 inline QByteArray savedText(const SvgDocument &document)
 {
     return document.data().left(int(document.size()));

@@ -126,9 +126,9 @@ void AdjustmentTest::replacesOnlyColorsOfItsOwn_data()
     row("Inherit", true);
     row("URL(#grad)", true);
     row("Url(#grad)", true);
-    row(" none", true, "none behind a space");
+    row(" none", true, "none after a space");
     row("none ", true, "none before a space");
-    row(" url(#grad)", true, "url behind a space");
+    row(" url(#grad)", true, "url after a space");
     row("inherit!", true);
 }
 
@@ -384,7 +384,7 @@ void AdjustmentTest::savesValuesOfAnyLength_data()
     QTest::newRow("four bytes") << QStringLiteral("\U0001F3AC");
 }
 
-/// A shorter text leaves the end of a longer one behind it, cut anywhere.
+/// A shorter text leaves the end of a longer one after it, cut anywhere.
 void AdjustmentTest::savesValuesOfAnyLength()
 {
     QFETCH(QString, letter);

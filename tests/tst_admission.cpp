@@ -196,7 +196,7 @@ void addStyleSheets()
     add("selectors of several parts", QByteArray("a[b].c:d{}").repeated(500), 10'000);
     add("selectors of ancestors", QByteArray("a a{}").repeated(500), 10'000);
     add("selectors of elements before", "a+a{}", 4471);
-    add("selectors behind what a brace may be", QByteArray("a/*{}*/ a{}").repeated(500), 10'000);
+    add("selectors after what a brace may be", QByteArray("a/*{}*/ a{}").repeated(500), 10'000);
     add("parted style sheets", QByteArray("/<!-- -->").repeated(2000), 10'000);
     const QByteArray inside = "<g>" + QByteArray("a{}").repeated(2000) + "</g>";
     addWay("selectors deep in a style", styleComparisons, sheet(inside, 9'999),
@@ -468,7 +468,7 @@ void AdmissionTest::takesOut_data()
           "qrc:/x.png", "data:", "data:image/png,base64", "data:image/png;base64,",
           "data:image/png;base64,@@@@", "#other"})
         QTest::newRow(reference) << QByteArray(reference);
-    QTest::newRow("behind a byte order mark") << "\xEF\xBB\xBF"
+    QTest::newRow("after a byte order mark") << "\xEF\xBB\xBF"
                                                  "data:image/png;base64,"
                     + fileOf(4, 4, "png").toBase64();
     const auto add = [](const char *name, const QByteArray &file, const QByteArray &type = "png") {
@@ -479,7 +479,7 @@ void AdmissionTest::takesOut_data()
     add("bitmap as text", fileOf(40, 40, "xbm"));
     add("an svg document", svg("<rect width=\"20000\" height=\"20000\"/>"), "svg+xml");
     add("too many pixels", fileOf(4097, 4096, "png"));
-    add("nothing behind the header", fileOf(40, 40, "png").left(8));
+    add("nothing after the header", fileOf(40, 40, "png").left(8));
     add("a word", "picture");
     QByteArray claimed = fileOf(4, 4, "png");
     claimed.replace(16, 8, QByteArray::fromHex("7fffffff7fffffff"));
@@ -528,8 +528,8 @@ void AdmissionTest::refusesDocumentTypes_data()
     QTest::newRow("model of an element") << QByteArray("<!ELEMENT a (((b)))>");
     QTest::newRow("default of an attribute") << QByteArray("<!ATTLIST g a CDATA \"v\">");
     QTest::newRow("entity of the document type") << QByteArray("<!ENTITY % a \"b\"> %a;");
-    QTest::newRow("behind a quoted bracket") << QByteArray("<!ENTITY a \"]>\"><!ELEMENT b (c)>");
-    QTest::newRow("behind a comment") << QByteArray("<!-- ' ]> --><!ATTLIST g a CDATA \"v\">");
+    QTest::newRow("after a quoted bracket") << QByteArray("<!ENTITY a \"]>\"><!ELEMENT b (c)>");
+    QTest::newRow("after a comment") << QByteArray("<!-- ' ]> --><!ATTLIST g a CDATA \"v\">");
 }
 
 void AdmissionTest::refusesDocumentTypes()

@@ -164,12 +164,12 @@ void AnimatableAttributeTest::applicable_data()
     QTest::newRow("inside") << 1000 << 2000 << 1500 << true << false;
     QTest::newRow("1 ms before the end") << 1000 << 2000 << 1999 << true << false;
     QTest::newRow("at the end") << 1000 << 2000 << 2000 << false << true;
-    QTest::newRow("1 ms behind the end") << 1000 << 2000 << 2001 << false << true;
+    QTest::newRow("1 ms after the end") << 1000 << 2000 << 2001 << false << true;
     QTest::newRow("begun before the title") << -500 << 500 << 0 << true << false;
     QTest::newRow("ended before the title") << -1500 << -500 << 0 << false << true;
     QTest::newRow("no duration, before") << 1000 << 1000 << 999 << false << false;
     QTest::newRow("no duration, at its begin") << 1000 << 1000 << 1000 << false << true;
-    QTest::newRow("no duration, behind") << 1000 << 1000 << 1001 << false << true;
+    QTest::newRow("no duration, after") << 1000 << 1000 << 1001 << false << true;
     QTest::newRow("negative duration, before both") << 2000 << 1000 << 999 << false << false;
     QTest::newRow("negative duration, at the end") << 2000 << 1000 << 1000 << false << true;
     QTest::newRow("negative duration, between") << 2000 << 1000 << 1500 << false << true;
@@ -233,7 +233,7 @@ void AnimatableAttributeTest::workedValues_data()
     QTest::newRow("three values, 500") << 3 << 1 << 500 << 1 << 1 << 1.0;
     QTest::newRow("three values, 750") << 3 << 1 << 750 << 1 << 2 << 0.5;
     QTest::newRow("three values, end") << 3 << 1 << 1000 << 2 << 2 << 0.0;
-    QTest::newRow("three values, behind the end") << 3 << 1 << 1750 << 2 << 2 << 0.0;
+    QTest::newRow("three values, after the end") << 3 << 1 << 1750 << 2 << 2 << 0.0;
     QTest::newRow("two values, end") << 2 << 1 << 1000 << 1 << 1 << 1.0;
     QTest::newRow("endless, end of the first cycle") << 3 << -1 << 1000 << 2 << 2 << 0.0;
     QTest::newRow("endless, end of the second cycle") << 3 << -1 << 2000 << 0 << 0 << 0.0;

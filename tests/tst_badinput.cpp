@@ -335,7 +335,7 @@ void BadInputTest::refusesText_data()
     QTest::newRow("end tag alone") << QStringLiteral("</svg>");
     QTest::newRow("start tag alone")
             << svg(rect).section(QLatin1Char('>'), 0, 0) + QLatin1Char('>');
-    QTest::newRow("declaration behind the start")
+    QTest::newRow("declaration after the start")
             << QStringLiteral(" <?xml version=\"1.0\"?>") + svg(rect);
     QTest::newRow("two declarations")
             << QStringLiteral("<?xml version=\"1.0\"?>").repeated(2) + svg(rect);
@@ -502,7 +502,7 @@ void BadInputTest::limitsNesting_data()
             << svg(QStringLiteral("<g>").repeated(100000)) << false << never;
     QTest::newRow("100,000 without a root")
             << QStringLiteral("<svg>").repeated(100000) << false << never;
-    QTest::newRow("257 behind 1,000 others")
+    QTest::newRow("257 after 1,000 others")
             << svg(QStringLiteral("<g/>").repeated(1000) + QStringLiteral("<g>").repeated(256)
                    + QStringLiteral("</g>").repeated(256))
             << false << never;
@@ -766,7 +766,7 @@ void BadInputTest::bearsChains_data()
     QTest::addColumn<int>("duration");
     QTest::newRow("10,000 in order") << chain(10000, QStringLiteral("0s"), false) << 10000;
     QTest::newRow("10,000 against the order") << chain(10000, QStringLiteral("0s"), true) << 10000;
-    QTest::newRow("10,000 behind an unknown one")
+    QTest::newRow("10,000 after an unknown one")
             << chain(10000, QStringLiteral("nobody.end+1s"), false) << 11000;
     QTest::newRow("10,000 in a ring") << chain(10000, QStringLiteral("a9999.end"), false) << 10000;
     QTest::newRow("10,000 in a ring, against the order")
@@ -915,7 +915,7 @@ void BadInputTest::bearsAnyTimeText_data()
     QTest::newRow("s alone") << QStringLiteral("s") << 0;
     QTest::newRow("minus alone") << QStringLiteral("-") << 0;
     QTest::newRow("NUL") << QString(QChar(0)) << 0;
-    QTest::newRow("NUL behind a number") << QStringLiteral("1") + QChar(0) << 0;
+    QTest::newRow("NUL after a number") << QStringLiteral("1") + QChar(0) << 0;
     QTest::newRow("not a number") << QStringLiteral("nan") << 0;
     QTest::newRow("not a number of seconds") << QStringLiteral("nans") << 0;
     QTest::newRow("infinite") << QStringLiteral("inf") << highest;

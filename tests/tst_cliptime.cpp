@@ -87,19 +87,19 @@ void ClipTimeTest::documentTimeOfAClipTime_data()
     row("long clip: just after that", titleOn(10000), 9001, 3001);
     row("long clip: in the closing part", titleOn(10000), 9500, 3500);
     row("long clip: end", titleOn(10000), 10000, 4000);
-    row("long clip: behind the end", titleOn(10000), 10500, 4500);
+    row("long clip: after the end", titleOn(10000), 10500, 4500);
     row("long clip: before the start", titleOn(10000), -500, -500);
 
     row("short clip: before the hold", titleOn(3500), 2999, 2999);
     row("short clip: end, in the hold", titleOn(3500), 3500, 3000);
     row("short clip: the hold is a second", titleOn(3500), 4000, 3000);
-    row("short clip: the closing part follows behind the end", titleOn(3500), 4001, 3001);
+    row("short clip: the closing part follows after the end", titleOn(3500), 4001, 3001);
     row("clip of just the title and a second: hold", titleOn(5000), 4000, 3000);
     row("clip of just the title and a second: end", titleOn(5000), 5000, 4000);
     row("clip 1 ms longer: the hold too", titleOn(5001), 4001, 3000);
     row("clip 1 ms longer: end", titleOn(5001), 5001, 4000);
     row("clip of no length: the hold is a second", titleOn(0), 4000, 3000);
-    row("clip of no length: behind it", titleOn(0), 4500, 3500);
+    row("clip of no length: after it", titleOn(0), 4500, 3500);
     row("clip of negative length", titleOn(-7000), 4500, 3500);
 
     row("double speed: 0.5 s", titleOn(10000, 2.0), 500, 1000);
@@ -108,7 +108,7 @@ void ClipTimeTest::documentTimeOfAClipTime_data()
     row("double speed: the hold ends", titleOn(10000, 2.0), 9500, 3000);
     row("double speed: end", titleOn(10000, 2.0), 10000, 4000);
     row("double speed: the hold is a second of the clip", titleOn(0, 2.0), 2500, 3000);
-    row("double speed: behind it", titleOn(0, 2.0), 2600, 3200);
+    row("double speed: after it", titleOn(0, 2.0), 2600, 3200);
     row("half speed: 3 s", titleOn(20000, 0.5), 3000, 1500);
     row("half speed: odd times are truncated", titleOn(20000, 0.5), 3001, 1500);
     row("half speed: end", titleOn(20000, 0.5), 20000, 4000);
@@ -120,19 +120,19 @@ void ClipTimeTest::documentTimeOfAClipTime_data()
     row("speed 0.3: so it is below 0", titleOn(50000, 0.3), -7, -2);
 
     row("no closing part: hold to the end", {10000, 4000, 0, 1.0}, 10000, 4000);
-    row("no closing part: goes on behind the clip", {10000, 4000, 0, 1.0}, 10001, 4001);
+    row("no closing part: goes on after the clip", {10000, 4000, 0, 1.0}, 10001, 4001);
     row("still title", {10000, 0, 0, 1.0}, 5000, 0);
     row("nothing but a closing part", {10000, 4000, 4000, 1.0}, 7000, 1000);
     row("closing part longer than the title", {10000, 4000, 5000, 1.0}, 0, -1000);
-    row("closing part begins behind the end", {10000, 4000, -500, 1.0}, 4400, 4400);
-    row("closing part begins behind the end: hold", {10000, 4000, -500, 1.0}, 6000, 4500);
+    row("closing part begins after the end", {10000, 4000, -500, 1.0}, 4400, 4400);
+    row("closing part begins after the end: hold", {10000, 4000, -500, 1.0}, 6000, 4500);
 
     row("speed 0", titleOn(10000, 0.0), 5000, 0);
     row("speed 0, still title", {10000, 0, 0, 0.0}, 5000, 0);
     row("speed -0", titleOn(10000, -0.0), 5000, 0);
     row("speed NaN", titleOn(10000, notANumber), 5000, 0);
     row("infinite speed: the hold", titleOn(10000, infinite), 5000, 0);
-    row("infinite speed: behind the hold", titleOn(10000, infinite), 10001, highest);
+    row("infinite speed: after the hold", titleOn(10000, infinite), 10001, highest);
     row("infinite speed: before the start", titleOn(10000, infinite), -1, lowest);
     row("infinite speed backwards: before the start", titleOn(10000, -infinite), -1, highest);
     row("smallest speed", titleOn(10000, std::numeric_limits<double>::denorm_min()), 5000, 0);
@@ -140,7 +140,7 @@ void ClipTimeTest::documentTimeOfAClipTime_data()
     // conclusion -1000, main -3000, and the closing part from 11000 on.
     row("backwards: before main", titleOn(10000, -1.0), -4000, 4000);
     row("backwards: hold", titleOn(10000, -1.0), 5000, 3000);
-    row("backwards: behind the clip", titleOn(10000, -1.0), 11500, 2500);
+    row("backwards: after the clip", titleOn(10000, -1.0), 11500, 2500);
 
     row("latest time", titleOn(10000), highest, highest - 6000);
     row("earliest time", titleOn(10000), lowest, lowest);

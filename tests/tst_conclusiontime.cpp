@@ -116,8 +116,8 @@ void ConclusionTimeTest::lastsFromTheMarkedBeginToTheEnd_data()
         "<animate id=\"CONCLUSION\" begin=\"10s\"/><color id=\"CONCLUSION\" begin=\"6s\"/>", 4000);
     row("begin at the end: the rest of the name is not looked at",
         "<animate id=\"CONCLUSION\" begin=\"10s\"/><animate id=\"CONCLUSION\" begin=\"6s\"/>", 0);
-    row("begin behind the end", "<motion id=\"CONCLUSION\" begin=\"12s\"/>", -2000);
-    row("begin behind the end: no further name is looked at",
+    row("begin after the end", "<motion id=\"CONCLUSION\" begin=\"12s\"/>", -2000);
+    row("begin after the end: no further name is looked at",
         "<motion id=\"CONCLUSION\" begin=\"12s\"/><color id=\"CONCLUSION\" begin=\"6s\"/>", -2000);
 }
 

@@ -256,9 +256,9 @@ void ConditionalTimingTest::resolvesBegins_data()
 
     row("from the end", {a, animation("b", "a.end")}, "1s|3000ms");
     row("from the begin", {a, animation("b", "a.begin")}, "1s|1000ms");
-    row("offset behind the end", {a, animation("b", "a.end+0.5s")}, "1s|3500ms");
+    row("offset after the end", {a, animation("b", "a.end+0.5s")}, "1s|3500ms");
     row("offset before the end", {a, animation("b", "a.end-1s")}, "1s|2000ms");
-    row("offset behind the begin", {a, animation("b", "a.begin+250ms")}, "1s|1250ms");
+    row("offset after the begin", {a, animation("b", "a.begin+250ms")}, "1s|1250ms");
     row("before 0", {a, animation("b", "a.begin-2s")}, "1s|-1000ms");
     row("at 0", {a, animation("b", "a.begin-1s")}, "1s|0ms");
     row("in a chain", {a, animation("b", "a.end"), animation("c", "b.begin+0.5s")},
@@ -302,10 +302,10 @@ void ConditionalTimingTest::resolvesBegins_data()
     row("offset with a colon", {a, animation("b", "a.end+00:02")}, "1s|3000ms");
     row("offsets are cut off to milliseconds", {a, animation("b", "a.end+0.0019s")}, "1s|3001ms");
     row("no sign, no offset", {a, animation("b", "a.end 2s")}, "1s|3000ms");
-    row("text behind the reference", {a, animation("b", "a.ending+2s")}, "1s|5000ms");
+    row("text after the reference", {a, animation("b", "a.ending+2s")}, "1s|5000ms");
     row("a plus counts before a minus", {a, animation("b", "a.end-1s+2s")}, "1s|5000ms");
     row("the first plus", {a, animation("b", "a.end+1s+2s")}, "1s|3000ms");
-    row("a minus behind the plus belongs to the offset", {a, animation("b", "a.end+-1s")},
+    row("a minus after the plus belongs to the offset", {a, animation("b", "a.end+-1s")},
         "1s|2000ms");
     row("two minuses", {a, animation("b", "a.end--1s")}, "1s|4000ms");
     row("the first sign is the hyphen of the id",
@@ -520,7 +520,7 @@ void ConditionalTimingTest::findsAnimationsAnywhere()
 void ConditionalTimingTest::resolvesLongChains_data()
 {
     QTest::addColumn<bool>("fromTheFirst");
-    QTest::newRow("each link behind the one that it refers to") << true;
+    QTest::newRow("each link after the one that it refers to") << true;
     QTest::newRow("each link before the one that it refers to") << false;
 }
 

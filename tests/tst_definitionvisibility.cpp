@@ -218,7 +218,7 @@ void DefinitionVisibilityTest::findsDefinitions_data()
     };
     row("deep inside defs",
         "<defs><g><g><g id=\"d\" hide/></g></g></defs><use id=\"u\" of=\"#d\"/>", "u=hidden");
-    row("behind text and comments",
+    row("after text and comments",
         "<defs>words<!--note--><g id=\"d\" hide/></defs><use id=\"u\" of=\"#d\"/>", "u=hidden");
     row("defs inside a group", "<g><defs><g id=\"d\" hide/></defs></g><use id=\"u\" of=\"#d\"/>",
         "u=hidden");
@@ -600,7 +600,7 @@ void DefinitionVisibilityTest::playsOnTheUses()
     QCOMPARE(rect.attribute(QStringLiteral("opacity")), QStringLiteral("0.500"));
 }
 
-/// Behind the animation the template's value of the definition holds again, by the rule for values
+/// After the animation the template's value of the definition holds again, by the rule for values
 /// that are played.
 void DefinitionVisibilityTest::restoresTheTemplatesValue_data()
 {

@@ -31,7 +31,7 @@ struct Animation
     QString attribute;
     Kind kind = Kind::Number;
     std::vector<KeyValue> keyValues;
-    QStringList layout; ///< of a list: what stands before, between and behind the numbers
+    QStringList layout; ///< of a list: what stands before, between and after the numbers
     bool isBad = false; ///< a list whose key values do not have the same count of numbers
     bool isDiscrete = false;
     bool isFrozen = false;

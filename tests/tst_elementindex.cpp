@@ -103,7 +103,7 @@ private Q_SLOTS:
     void equalPlaces();
     void elementsInDocumentOrder();
     void severalDigits();
-    void placesBehindTheEnd();
+    void placesAfterTheEnd();
     void nullRoot();
     void everyPlaceInRandomTrees();
     void somePlacesInRandomTrees();
@@ -209,7 +209,7 @@ void ElementIndexTest::severalDigits()
     compareWithPlaces(tree.root(), places, addresses(places));
 }
 
-void ElementIndexTest::placesBehindTheEnd()
+void ElementIndexTest::placesAfterTheEnd()
 {
     const Tree whole = parsed(QStringLiteral("<svg><a/><g><b/><b><b/><b/></b></g><c/></svg>"));
     const QDomElement root = whole.root();

@@ -125,7 +125,7 @@ QString nestedSvg(const QString &rectAttributes, const QString &animation)
                        .arg(rectAttributes, animation));
 }
 
-/// Times from before the title's begin to behind its end.
+/// Times from before the title's begin to after its end.
 QVector<int> sampleTimes(const SvgDocument &document)
 {
     constexpr int count = 16;
@@ -411,7 +411,7 @@ void ExactFramesTest::holdsTheAnimationsOfANestedSvg_data()
     QTest::newRow("at the begin") << 100 << QStringLiteral("transform=\"translate(0 0)\"");
     QTest::newRow("first quarter") << 350 << QStringLiteral("transform=\"translate(50 15)\"");
     QTest::newRow("at the end") << 1100 << QStringLiteral("transform=\"translate(200 60)\"");
-    QTest::newRow("behind the end") << 1101 << QString();
+    QTest::newRow("after the end") << 1101 << QString();
 }
 
 /// The inner element has a clock of its own.

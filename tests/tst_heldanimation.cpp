@@ -34,7 +34,7 @@ double withinCycle(double progress)
     return progress > 1.0 ? progress - int(progress) : progress;
 }
 
-/// The renderer's arithmetic for transforms: an animation that does not freeze is left out behind
+/// The renderer's arithmetic for transforms: an animation that does not freeze is left out after
 /// its last repetition.
 Shown shownTransform(const RendererTiming &timing, bool freeze, int elapsed)
 {
@@ -58,7 +58,7 @@ Shown shownTransform(const RendererTiming &timing, bool freeze, int elapsed)
     return {true, finished, withinCycle(progress)};
 }
 
-/// The renderer's arithmetic for colours: behind the last repetition the end stays.
+/// The renderer's arithmetic for colours: after the last repetition the end stays.
 Shown shownColor(const RendererTiming &timing, int elapsed)
 {
     if (elapsed < timing.from)
@@ -190,23 +190,23 @@ void HeldAnimationTest::shows_data()
     QTest::newRow("quarter") << once << int(Transform) << 1500 << 0.25;
     QTest::newRow("colour, quarter") << once << int(Color) << 1500 << 0.25;
     QTest::newRow("end is 1") << once << int(Transform) << 3000 << 1.0;
-    QTest::newRow("behind the end, not frozen") << once << int(Transform) << 3001 << notANumber;
-    QTest::newRow("behind the end, frozen") << once << int(FrozenTransform) << 3001 << 1.0;
-    QTest::newRow("behind the end, colour") << once << int(Color) << 3001 << 1.0;
+    QTest::newRow("after the end, not frozen") << once << int(Transform) << 3001 << notANumber;
+    QTest::newRow("after the end, frozen") << once << int(FrozenTransform) << 3001 << 1.0;
+    QTest::newRow("after the end, colour") << once << int(Color) << 3001 << 1.0;
     QTest::newRow("last possible time, frozen") << once << int(FrozenTransform) << highest << 1.0;
 
     const RendererTiming twice{0, 1000, 2};
     QTest::newRow("second cycle") << twice << int(Transform) << 1250 << 0.25;
     QTest::newRow("end of the first cycle is 1") << twice << int(Transform) << 1000 << 1.0;
     QTest::newRow("end of the second cycle is 0") << twice << int(Transform) << 2000 << 0.0;
-    QTest::newRow("behind the second cycle, frozen")
+    QTest::newRow("after the second cycle, frozen")
             << twice << int(FrozenTransform) << 2001 << 0.0;
 
     const RendererTiming oneAndAHalf{0, 1000, 1.5};
     QTest::newRow("end of half a cycle") << oneAndAHalf << int(Transform) << 1500 << 0.5;
-    QTest::newRow("behind half a cycle, not frozen")
+    QTest::newRow("after half a cycle, not frozen")
             << oneAndAHalf << int(Transform) << 1501 << notANumber;
-    QTest::newRow("behind half a cycle, frozen")
+    QTest::newRow("after half a cycle, frozen")
             << oneAndAHalf << int(FrozenTransform) << 1501 << 0.5;
 
     const RendererTiming endless{-500, 1000, -1};
@@ -247,7 +247,7 @@ void HeldAnimationTest::holdsStill_data()
             << RendererTiming{0, highest, 1} << highest - 1;
     QTest::newRow("earliest begin, longest cycle, end")
             << RendererTiming{lowest + 1, highest, 1} << 0;
-    QTest::newRow("earliest begin, longest cycle, behind the end")
+    QTest::newRow("earliest begin, longest cycle, after the end")
             << RendererTiming{lowest + 1, highest, 1} << highest;
     QTest::newRow("earliest begin, endless, last time")
             << RendererTiming{lowest + 1, 1000, -1} << highest;
@@ -262,8 +262,8 @@ void HeldAnimationTest::holdsStill_data()
     QTest::newRow("no running time, count 0") << RendererTiming{1000, 0, 0} << 9000;
     QTest::newRow("exactly at a count that is no whole number")
             << RendererTiming{0, 1000, 2.5} << 2500;
-    QTest::newRow("behind a count that is no whole number") << RendererTiming{0, 1000, 2.5} << 2501;
-    QTest::newRow("behind a count below 1") << RendererTiming{0, 1000, 0.25} << 251;
+    QTest::newRow("after a count that is no whole number") << RendererTiming{0, 1000, 2.5} << 2501;
+    QTest::newRow("after a count below 1") << RendererTiming{0, 1000, 0.25} << 251;
     QTest::newRow("huge count") << RendererTiming{0, 10, 1e300} << 1234567;
     QTest::newRow("infinite count") << RendererTiming{0, 10, infinity} << 1234567;
     QTest::newRow("a count that is no number repeats endlessly")

@@ -102,7 +102,7 @@ void HostileTitlesTest::refusesFrames_data()
         QTest::newRow(title.name) << QString::fromUtf8(title.text) << title.refusal;
 }
 
-/// Before and behind it the title shows.
+/// Before and after it the title shows.
 void HostileTitlesTest::refusesFrames()
 {
     QFETCH(QString, text);

@@ -193,7 +193,7 @@ void TestInspect::tellsTheSameToPersonsAndPrograms()
     const QString title = readTemplate(QStringLiteral("coming-up-next.svg"));
     const QJsonObject report = inspectTitle(title, {QStringLiteral("--json")}).json();
     const QStringList lines = inspectTitle(title).lines();
-    const int first = lines.indexOf(QStringLiteral("Animations")) + 2; // behind the headings
+    const int first = lines.indexOf(QStringLiteral("Animations")) + 2; // after the headings
     QVERIFY(first > 1);
 
     const QJsonArray animations = report.value(QLatin1String("animations")).toArray();

@@ -123,10 +123,10 @@ void TestInspectProblems::findsProblems_data()
               "id='a' attributeName='x' from='0' to='1' dur='1s'/><animate attributeName='y'"
               " from='0' to='1' dur='1s' ^begin='a.end+00:01'",
               "unreadable-begin", "the offset \"00:01\" can't be read");
-    animation("begin: behind the reference",
+    animation("begin: after the reference",
               "id='a' attributeName='x' from='0' to='1' dur='1s'/><animate attributeName='y'"
               " from='0' to='1' dur='1s' ^begin='a.end 1s'",
-              "unreadable-begin", "\"1s\" behind a.end is no offset");
+              "unreadable-begin", "\"1s\" after a.end is no offset");
     animation("begin: sign in the id",
               "id='my-anim' attributeName='x' from='0' to='1' dur='1s'/><animate"
               " attributeName='y' from='0' to='1' dur='1s' ^begin='my-anim.end-1s'",
@@ -279,19 +279,19 @@ void TestInspectProblems::findsProblems_data()
     content("animateColor",
             "<rect><animateColor attributeName='fill' from='red' to='blue' ^begin='1s' dur='1s'/>"
             "</rect>",
-            "late-animate-color", "elements behind it lose their fill");
+            "late-animate-color", "elements after it lose their fill");
     content("target elsewhere",
             "<rect id='r'/><g><animate ^xlink:href='#r' attributeName='x' values='0;1' dur='1s'/>"
             "</g>",
             "target-elsewhere", "plays on its parent element");
     animation("conclusion at 0", "^id='CONCLUSION' attributeName='x' values='0;1' dur='1s'",
               "no-conclusion", "marks no closing part");
-    row("end behind the title",
+    row("end after the title",
         svgTitle(QStringLiteral(
                 "<rect><animate id='a' attributeName='x' values='0;1' dur='1s'/></rect><g>"
                 "<animateTransform attributeName='transform' type='rotate' from='0' to='9'"
                 " ^begin='a.end' dur='5s'/></g>")),
-        "beyond-end", "ends behind the title");
+        "beyond-end", "ends after the title");
 
     content("text runs", "<text><tspan>one</tspan>^<tspan>two</tspan></text>", "text-spacing",
             "\"onetwo\" becomes \"one two\"");
@@ -382,9 +382,9 @@ void TestInspectProblems::findsProblems_data()
     content("selector of the root", "^<style>svg{fill:green}</style>", "style-sheet",
             "the selector svg selects nothing");
     content("selector with a condition", "^<style>g:nth-child(2) {fill:green}</style>",
-            "style-sheet", "selects nothing, and the rules behind it may be lost");
+            "style-sheet", "selects nothing, and the rules after it may be lost");
     content("custom property", "^<style>g{--a:green}</style>", "style-sheet",
-            "the property --a is not read, and the rules behind it may be lost");
+            "the property --a is not read, and the rules after it may be lost");
     content("namespace of a style sheet",
             "^<style>@namespace 'http://www.w3.org/2000/svg'; g{fill:green}</style>", "style-sheet",
             "what stands in @namespace is ignored");
@@ -394,7 +394,7 @@ void TestInspectProblems::findsProblems_data()
             "^<style>@font-face{font-family:A;src:url(data:font/woff;base64,AA)}</style>",
             "style-sheet", "fonts of a style sheet are not loaded");
     content("late style sheet", "<g class='a'/>^<style>.a{fill:green}</style>", "style-sheet",
-            "only to what stands behind it");
+            "only to what stands after it");
     content("important", "<rect ^style='opacity:1 !important'/>", "style", "its !important");
     content("variable", "<rect ^style='fill:var(--a, green)'/>", "style", "are not worked out");
     content("calculation", "<rect ^width='calc(1px + 2px)'/>", "style", "so width is ignored");
@@ -604,7 +604,7 @@ void TestInspectProblems::findsNoProblem_data()
               "id='my-anim' attributeName='x' values='0;1' dur='1s'/><animate attributeName='y'"
               " values='0;1' dur='1s' begin='my-anim.end'");
     animation("negative begin", "attributeName='x' values='0;1' dur='1s' begin='-0.5s'");
-    animation("later one behind",
+    animation("later one after",
               "attributeName='x' values='0;1' dur='2s'/><animate attributeName='x' values='0;1'"
               " begin='1s' dur='2s'");
     animation("one after the other",

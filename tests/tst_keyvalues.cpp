@@ -105,17 +105,17 @@ void KeyValuesTest::progress_data()
     QTest::newRow("later begin") << 1750 << 1500 << 2500 << 1 << 0.25;
     QTest::newRow("negative begin") << -250 << -500 << 500 << 1 << 0.25;
     QTest::newRow("end of the only cycle is 1") << 1000 << 0 << 1000 << 1 << 1.0;
-    QTest::newRow("behind the only cycle") << 1001 << 0 << 1000 << 1 << 1.0;
-    QTest::newRow("long behind the only cycle") << highest << 0 << 1000 << 1 << 1.0;
+    QTest::newRow("after the only cycle") << 1001 << 0 << 1000 << 1 << 1.0;
+    QTest::newRow("long after the only cycle") << highest << 0 << 1000 << 1 << 1.0;
     QTest::newRow("last ms of the first cycle") << 999 << 0 << 1000 << 1 << 0.999;
 
     QTest::newRow("twice, end of the first cycle is 1") << 1000 << 0 << 1000 << 2 << 1.0;
     QTest::newRow("twice, second cycle") << 1500 << 0 << 1000 << 2 << 0.5;
     QTest::newRow("twice, exactly 2 wraps to 0") << 2000 << 0 << 1000 << 2 << 0.0;
-    QTest::newRow("twice, behind the end wraps to 0") << 2001 << 0 << 1000 << 2 << 0.0;
+    QTest::newRow("twice, after the end wraps to 0") << 2001 << 0 << 1000 << 2 << 0.0;
     QTest::newRow("thrice, exactly 2 wraps to 0") << 2000 << 0 << 1000 << 3 << 0.0;
     QTest::newRow("thrice, exactly 3 wraps to 0") << 3000 << 0 << 1000 << 3 << 0.0;
-    QTest::newRow("thrice, long behind the end") << 99500 << 0 << 1000 << 3 << 0.0;
+    QTest::newRow("thrice, long after the end") << 99500 << 0 << 1000 << 3 << 0.0;
     QTest::newRow("huge count, last cycle") << 2000000500 << 0 << 1000 << highest << 0.5;
     QTest::newRow("huge count, 1 ms cycles") << highest << 0 << 1 << highest << 0.0;
 
@@ -187,7 +187,7 @@ void KeyValuesTest::position_data()
     QTest::newRow("three values, end") << 1.0 << 3 << 2 << 2 << 0.0;
     QTest::newRow("five values, at the second") << 0.25 << 5 << 1 << 1 << 1.0;
     QTest::newRow("five values, at the third") << 0.5 << 5 << 2 << 2 << 0.0;
-    QTest::newRow("five values, behind the third") << 0.625 << 5 << 2 << 3 << 0.5;
+    QTest::newRow("five values, after the third") << 0.625 << 5 << 2 << 3 << 0.5;
     QTest::newRow("five values, end") << 1.0 << 5 << 4 << 4 << 0.0;
     QTest::newRow("one value, start") << 0.0 << 1 << 0 << 0 << 0.0;
     QTest::newRow("one value, middle") << 0.5 << 1 << 0 << 0 << 0.0;

@@ -43,7 +43,7 @@ private:
     qint64 m_written = 0;
 };
 
-/// Every tenth of the shapes is animated; behind every fifth one is a definition that is used.
+/// Every tenth of the shapes is animated; after every fifth one is a definition that is used.
 QString title(int count, bool isAnimated)
 {
     QString content = QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\""

@@ -138,8 +138,8 @@ private Q_SLOTS:
     void savesChangesOfTheTree();
     void hasNoRootWithoutText();
 
-    void keepsTheBytesBehindAShorterText_data();
-    void keepsTheBytesBehindAShorterText();
+    void keepsTheBytesAfterAShorterText_data();
+    void keepsTheBytesAfterAShorterText();
     void readsToTheEndOfAShorterTextOnly();
     void growsWithALongerText();
 
@@ -299,8 +299,8 @@ void LoadingTest::rewritesColors_data()
     row("empty parts are 0", "\"rgba(,,,)\"", "\"#000\"");
     row("the alpha may be anything", "\"rgba(1,2,3,url(#a)\"", "\"#123\"");
     row("single quotes", "'rgba(1,2,3,1)'", "'rgba(1,2,3,1)'");
-    row("not directly behind the quote", "\"fill:rgba(1,2,3,1)\"", "\"fill:rgba(1,2,3,1)\"");
-    row("space behind the quote", "\" rgba(1,2,3,1)\"", "\" rgba(1,2,3,1)\"");
+    row("not directly after the quote", "\"fill:rgba(1,2,3,1)\"", "\"fill:rgba(1,2,3,1)\"");
+    row("space after the quote", "\" rgba(1,2,3,1)\"", "\" rgba(1,2,3,1)\"");
     row("space before the parenthesis", "\"rgba (1,2,3,1)\"", "\"rgba (1,2,3,1)\"");
     row("upper case", "\"RGBA(1,2,3,1)\"", "\"RGBA(1,2,3,1)\"");
     row("rgb", "\"rgb(1,2,3)\"", "\"rgb(1,2,3)\"");
@@ -324,7 +324,7 @@ void LoadingTest::rewritesColors_data()
     row("only the next value is too close",
         "a=\"rgba(1,2,3,1)\" b=\"rgba(4,5,6,1)\" c=\"rgba(7,8,9,1)\"",
         "a=\"#123\" b=\"rgba(4,5,6,1)\" c=\"#789\"");
-    // The value before it becomes nine bytes shorter, so the search goes on nine bytes behind its
+    // The value before it becomes nine bytes shorter, so the search goes on nine bytes after its
     // closing parenthesis.
     row("just too close", "\"rgba(1,2,3,1)\"123456\"rgba(4,5,6,1)\"",
         "\"#123\"123456\"rgba(4,5,6,1)\"");
@@ -420,9 +420,9 @@ void LoadingTest::analysesTimingOnlyOfAnimatedText_data()
     row("animate with an end tag", "<animate></animate>", true);
     row("in a comment", "<!-- <animate -->", true);
     row("at the start of a CDATA section", "<text><![CDATA[<animate]]></text>", true);
-    row("behind a space", "<text>abc <animate/></text>", true);
-    row("behind a letter that is not ASCII", "<text>\xD0\xB0<animate/></text>", true);
-    row("another name behind a hyphen", "<animate-x/>", true);
+    row("after a space", "<text>abc <animate/></text>", true);
+    row("after a letter that is not ASCII", "<text>\xD0\xB0<animate/></text>", true);
+    row("another name after a hyphen", "<animate-x/>", true);
     row("another name with a letter that is not ASCII", "<animate\xC3\xA9/>", true);
     row("in text that the colour rewriting removes", "<!-- \"rgba(1,2,3,<animate )\" -->", true);
     row("nothing but animateTransform", "", false);
@@ -431,8 +431,8 @@ void LoadingTest::analysesTimingOnlyOfAnimatedText_data()
     row("animateMotion", "<animateMotion/>", false);
     row("set", "<set/>", false);
     row("upper case", "<Animate/>", false);
-    row("directly behind a letter", "<text>abc<animate/></text>", false);
-    row("directly behind a digit", "<text>5<animate/></text>", false);
+    row("directly after a letter", "<text>abc<animate/></text>", false);
+    row("directly after a digit", "<text>5<animate/></text>", false);
     row("with an underscore", "<animate_/>", false);
     row("with a digit", "<animate2/>", false);
     row("prefixed", "<s:animate xmlns:s=\"http://www.w3.org/2000/svg\"/>", false);
@@ -473,13 +473,13 @@ void LoadingTest::looksForClippingInTheGivenText_data()
     row("clipPath", "<clipPath id=\"c\"><rect/></clipPath>", true);
     row("empty clipPath", "<clipPath/>", true);
     row("in a comment", "<!-- <clipPath -->", true);
-    row("behind a space", "<text>abc <clipPath/></text>", true);
+    row("after a space", "<text>abc <clipPath/></text>", true);
     row("in text that the colour rewriting removes", "<!-- \"rgba(1,2,3,<clipPath )\" -->", true);
     row("none", "<rect/>", false);
     row("lower case", "<clippath/>", false);
     row("the attribute", "<rect clip-path=\"url(#clipPath)\"/>", false);
     row("another name", "<clipPaths/>", false);
-    row("directly behind a letter", "<text>abc<clipPath/></text>", false);
+    row("directly after a letter", "<text>abc<clipPath/></text>", false);
     row("prefixed", "<s:clipPath xmlns:s=\"http://www.w3.org/2000/svg\"/>", false);
 }
 
@@ -674,7 +674,7 @@ void LoadingTest::analysesTreesWithOtherRoots()
 
 void LoadingTest::readsOnlyUpToTheEndOfTheRoot_data()
 {
-    QTest::addColumn<QString>("behind");
+    QTest::addColumn<QString>("after");
     QTest::newRow("nothing") << QString();
     QTest::newRow("white space") << QStringLiteral("\n \n");
     QTest::newRow("comment") << QStringLiteral("<!-- the end -->");
@@ -689,10 +689,10 @@ void LoadingTest::readsOnlyUpToTheEndOfTheRoot_data()
 
 void LoadingTest::readsOnlyUpToTheEndOfTheRoot()
 {
-    QFETCH(QString, behind);
+    QFETCH(QString, after);
     const QString still = svg(redRect() + QStringLiteral("<g/>"));
     SvgDocument stillTwin(still);
-    SvgDocument stillDocument(still + behind);
+    SvgDocument stillDocument(still + after);
     QVERIFY(stillDocument.isLoaded());
     QCOMPARE(stillDocument.bounds(), QRectF(0, 0, 100, 50));
     QCOMPARE(stillDocument.documentRoot().childNodes().count(), 2);
@@ -702,7 +702,7 @@ void LoadingTest::readsOnlyUpToTheEndOfTheRoot()
             "<rect y=\"10\" width=\"20\" height=\"20\"><animate attributeName=\"x\" from=\"0\""
             " to=\"80\" dur=\"1s\"/></rect>"));
     SvgDocument animatedTwin(animated);
-    SvgDocument animatedDocument(animated + behind);
+    SvgDocument animatedDocument(animated + after);
     QCOMPARE(animatedDocument.animationDurationTotal(), 1000);
     for (const int ms : {500, 0, 2000})
         COMPARE_PICTURES(renderAt(animatedDocument, ms), renderAt(animatedTwin, ms), 0);
@@ -897,7 +897,7 @@ void LoadingTest::hasNoRootWithoutText()
     QCOMPARE(savedText(document), QByteArray());
 }
 
-void LoadingTest::keepsTheBytesBehindAShorterText_data()
+void LoadingTest::keepsTheBytesAfterAShorterText_data()
 {
     QTest::addColumn<QString>("words");
     QTest::addColumn<bool>("multiByte");
@@ -908,7 +908,7 @@ void LoadingTest::keepsTheBytesBehindAShorterText_data()
 }
 
 /// A gap in a tag is gone once the tree is saved, so every width of it makes another tail.
-void LoadingTest::keepsTheBytesBehindAShorterText()
+void LoadingTest::keepsTheBytesAfterAShorterText()
 {
     QFETCH(QString, words);
     QFETCH(bool, multiByte);

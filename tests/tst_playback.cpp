@@ -398,14 +398,14 @@ void PlaybackTest::choosesTheWinner_data()
         "0=A 500=C 1000=C 1499=C 1500=B 1999=B 2000=A 3000=T 600=C");
     row("whichever began last", {from("A", 1000, 2000), from("B", 0, 2000)},
         "500=B 1500=B 2500=A 3000=T");
-    row("a running one before a frozen one that stands behind it",
+    row("a running one before a frozen one that stands after it",
         {from("A", 2000, 1000), from("B", 0, 2000, freeze)}, "1999=B 2000=A 2500=A 3000=B");
     row("a running one before a frozen one that stands before it",
         {from("A", 0, 2000, freeze), from("B", 2000, 1000)}, "1999=A 2500=B 3000=A");
     row("a running one before a frozen one that ends later than it",
         {from("A", 0, 3000), from("B", 500, 500, freeze), from("C", 0, 2000, freeze)},
         "400=C 700=C 2500=A 3000=C");
-    row("the frozen one that ended last, standing behind",
+    row("the frozen one that ended last, standing after it",
         {from("A", 0, 1000, freeze), from("B", 0, 3000, freeze)}, "4000=B 1500=B 500=B");
     row("the frozen one that ended last, standing before",
         {from("A", 0, 3000, freeze), from("B", 0, 1000, freeze)}, "4000=A 1500=A 500=B");
@@ -745,8 +745,8 @@ void PlaybackTest::setsTheRenderersClock_data()
     QTest::newRow("a quarter") << 250 << QStringLiteral("transform=\"translate(20,5)\"");
     QTest::newRow("the half") << 500 << QStringLiteral("transform=\"translate(40,10)\"");
     QTest::newRow("three quarters") << 750 << QStringLiteral("transform=\"translate(60,15)\"");
-    QTest::newRow("behind the end") << 5000 << QStringLiteral("transform=\"translate(80,20)\"");
-    QTest::newRow("far behind the end")
+    QTest::newRow("after the end") << 5000 << QStringLiteral("transform=\"translate(80,20)\"");
+    QTest::newRow("long after the end")
             << std::numeric_limits<int>::max() << QStringLiteral("transform=\"translate(80,20)\"");
 }
 
@@ -928,7 +928,7 @@ void PlaybackTest::drawsOverTextWrittenBetweenFrames()
     }
 }
 
-/// Numbers of different lengths leave the end of a longer text behind a shorter one.
+/// Numbers of different lengths leave the end of a longer text after a shorter one.
 void PlaybackTest::playsOverALongerText()
 {
     const QString words = QStringLiteral("Титры 字幕 конец \U0001F3AC");

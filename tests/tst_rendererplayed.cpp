@@ -79,7 +79,7 @@ private Q_SLOTS:
     void countsTheLongestOfAll();
 
     void playsBesideAnimatedAttributes();
-    void playsBehindAnotherAnimation();
+    void playsAfterAnotherAnimation();
     void playsInAnyOrderOfTimes();
 
     void bearsExtremeTimes_data();
@@ -109,16 +109,16 @@ void RendererPlayedTest::transforms_data()
     QTest::newRow("first quarter") << once << 250 << QStringLiteral("translate(8 4)");
     QTest::newRow("last millisecond") << once << 999 << QStringLiteral("translate(31.968 15.984)");
     QTest::newRow("at the end") << once << 1000 << QStringLiteral("translate(32 16)");
-    QTest::newRow("behind the end") << once << 1001 << atRest;
-    QTest::newRow("long behind the end") << once << highest << atRest;
+    QTest::newRow("after the end") << once << 1001 << atRest;
+    QTest::newRow("long after the end") << once << highest << atRest;
     QTest::newRow("before 0") << once << -1 << atRest;
     QTest::newRow("long before 0") << once << lowest << atRest;
 
     const QString frozen = slide(QStringLiteral("begin=\"0s\" dur=\"1s\" fill=\"freeze\""));
     QTest::newRow("frozen, half-way") << frozen << 500 << QStringLiteral("translate(16 8)");
     QTest::newRow("frozen, at the end") << frozen << 1000 << QStringLiteral("translate(32 16)");
-    QTest::newRow("frozen, behind the end") << frozen << 1001 << QStringLiteral("translate(32 16)");
-    QTest::newRow("frozen, long behind the end")
+    QTest::newRow("frozen, after the end") << frozen << 1001 << QStringLiteral("translate(32 16)");
+    QTest::newRow("frozen, long after the end")
             << frozen << highest << QStringLiteral("translate(32 16)");
     QTest::newRow("frozen, before the begin") << frozen << -1 << atRest;
     QTest::newRow("fill of another kind")
@@ -136,7 +136,7 @@ void RendererPlayedTest::transforms_data()
     QTest::newRow("twice, first end") << twice << 1000 << QStringLiteral("translate(32 16)");
     QTest::newRow("twice, second quarter") << twice << 1250 << QStringLiteral("translate(8 4)");
     QTest::newRow("twice, at the end") << twice << 2000 << QStringLiteral("translate(0 0)");
-    QTest::newRow("twice, behind the end") << twice << 2001 << atRest;
+    QTest::newRow("twice, after the end") << twice << 2001 << atRest;
     QTest::newRow("twice, frozen")
             << slide(QStringLiteral("dur=\"1s\" repeatCount=\"2\" fill=\"freeze\"")) << 9000
             << QStringLiteral("translate(0 0)");
@@ -145,7 +145,7 @@ void RendererPlayedTest::transforms_data()
     QTest::newRow("part of a cycle, frozen") << partly << 9000 << QStringLiteral("translate(8 4)");
     const QString half = slide(QStringLiteral("dur=\"1s\" repeatCount=\"0.5\""));
     QTest::newRow("half a cycle, at the end") << half << 500 << QStringLiteral("translate(16 8)");
-    QTest::newRow("half a cycle, behind the end") << half << 501 << atRest;
+    QTest::newRow("half a cycle, after the end") << half << 501 << atRest;
 
     const QString never = slide(QStringLiteral("dur=\"1s\" repeatCount=\"0\""));
     QTest::newRow("repeated never, at the begin") << never << 0 << QStringLiteral("translate(0 0)");
@@ -298,8 +298,8 @@ void RendererPlayedTest::colors_data()
     QTest::newRow("at the begin") << once << 1000 << QStringLiteral("#000000") << blue;
     QTest::newRow("first quarter") << once << 1250 << QStringLiteral("#3f2010") << blue;
     QTest::newRow("at the end") << once << 2000 << QStringLiteral("#ff8040") << blue;
-    QTest::newRow("behind the end") << once << 2001 << QStringLiteral("#ff8040") << blue;
-    QTest::newRow("long behind the end") << once << highest << QStringLiteral("#ff8040") << blue;
+    QTest::newRow("after the end") << once << 2001 << QStringLiteral("#ff8040") << blue;
+    QTest::newRow("long after the end") << once << highest << QStringLiteral("#ff8040") << blue;
     QTest::newRow("long before the begin") << once << lowest << gray << blue;
     QTest::newRow("frozen") << animateColor(
             QStringLiteral("attributeName=\"fill\" from=\"#000000\" to=\"#ff8040\""
@@ -470,7 +470,7 @@ void RendererPlayedTest::playsBesideAnimatedAttributes()
     }
 }
 
-void RendererPlayedTest::playsBehindAnotherAnimation()
+void RendererPlayedTest::playsAfterAnotherAnimation()
 {
     // The renderer is asked about the text before the reference is resolved, and can't read it.
     const ExpectedWarning whenTried(QStringLiteral("Problem parsing animateTransform"));
@@ -512,7 +512,7 @@ void RendererPlayedTest::bearsExtremeTimes_data()
     QTest::newRow("earliest begin, earliest time") << first << lowest << atRest;
     QTest::newRow("earliest begin, at the begin") << first << -highest << start;
     QTest::newRow("earliest begin, at the end") << first << 1 - highest << end;
-    QTest::newRow("earliest begin, behind the end") << first << 2 - highest << atRest;
+    QTest::newRow("earliest begin, after the end") << first << 2 - highest << atRest;
     QTest::newRow("earliest begin, at 0") << first << 0 << atRest;
     QTest::newRow("earliest begin, latest time") << first << highest << atRest;
 

@@ -77,7 +77,7 @@ void StartTagsTest::changesOneValue_data()
     add("empty element", "<svg><a id='e' x='1'/></svg>");
     add("element with children", "<svg><a id='e' x='1'><b/></a></svg>");
     add("the root", "<svg id='e' x='1'><a/></svg>");
-    add("behind others", "<svg><a x='1'/><b x='1'/><a id='e' x='1'/><c x='1'/></svg>");
+    add("after others", "<svg><a x='1'/><b x='1'/><a id='e' x='1'/><c x='1'/></svg>");
     add("inside text", "<text>a<a id='e' x='1'>b</a>c</text>");
     add("name begins like others", "<svg><a id='e' x1='2' ax='3' x='1' xx='4' x-x='5'/></svg>");
     add("name with a prefix", "<svg><a id='e' xlink:x='2' x='1' x:x='3'/></svg>");

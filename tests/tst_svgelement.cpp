@@ -181,14 +181,14 @@ void SvgElementTest::idIsTheLocationWithoutSeparators_data()
     QTest::newRow("two digits")
             << QStringLiteral("<svg><g><a/><a/><a/><g>%1</g></g></svg>").arg(thirteen)
             << Location{0, 3, 12} << QStringLiteral("0312");
-    QTest::newRow("behind a comment") << QStringLiteral("<svg><!-- c --><a id='x'/></svg>")
+    QTest::newRow("after a comment") << QStringLiteral("<svg><!-- c --><a id='x'/></svg>")
                                       << Location{1} << QStringLiteral("1");
-    QTest::newRow("behind text") << QStringLiteral("<svg>text<a id='x'/></svg>") << Location{1}
+    QTest::newRow("after text") << QStringLiteral("<svg>text<a id='x'/></svg>") << Location{1}
                                  << QStringLiteral("1");
-    QTest::newRow("behind a CDATA section")
+    QTest::newRow("after a CDATA section")
             << QStringLiteral("<svg><![CDATA[text]]><a id='x'/></svg>") << Location{1}
             << QStringLiteral("1");
-    QTest::newRow("behind a processing instruction")
+    QTest::newRow("after a processing instruction")
             << QStringLiteral("<svg><?target data?><a id='x'/></svg>") << Location{1}
             << QStringLiteral("1");
     QTest::newRow("what stands before the root does not count")

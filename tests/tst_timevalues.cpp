@@ -89,7 +89,7 @@ void TimeValuesTest::timeFromText_data()
     QTest::newRow("minutes") << QStringLiteral("5min") << 0;
     QTest::newRow("hours") << QStringLiteral("5h") << 0;
     QTest::newRow("only one unit is taken off") << QStringLiteral("2ss") << 0;
-    QTest::newRow("s behind ms") << QStringLiteral("2mss") << 0;
+    QTest::newRow("s after ms") << QStringLiteral("2mss") << 0;
     QTest::newRow("indefinite") << QStringLiteral("indefinite") << 0;
     QTest::newRow("clock value") << QStringLiteral("00:00:05") << 0;
     QTest::newRow("clock value with unit") << QStringLiteral("00:05s") << 0;

@@ -65,7 +65,7 @@ private Q_SLOTS:
     void walkingChangesNothing();
     void walkingKeepsTheUndoStack();
     void gettingAFontClearsTheUndoStack();
-    void typesOnBehindOtherFormats();
+    void typesOnAfterOtherFormats();
     void typingKeepsTheLookOfTheRest();
     void selectionSurvivesAnotherDefaultFont();
     void formatsOfTheSelectionCanBeSet();
@@ -85,8 +85,8 @@ void TitleItemFormatsTest::currentFormat_data()
         QTest::newRow(name) << anchor << position << int(weight);
     };
     row("at the start, that of the first character", 0, 0, QFont::Bold);
-    row("behind a character, that of it", 2, 2, QFont::Bold);
-    row("behind a change", 3, 3, QFont::Normal);
+    row("after a character, that of it", 2, 2, QFont::Bold);
+    row("after a change", 3, 3, QFont::Normal);
     row("selection backwards to the start", 6, 0, QFont::Bold);
     row("selection backwards", 6, 1, QFont::Bold);
     row("selection forwards", 1, 6, QFont::Normal);
@@ -112,7 +112,7 @@ void TitleItemFormatsTest::currentFormatOfTextToCome_data()
     QTest::addColumn<bool>("isSeen");
 
     QTest::newRow("at the start") << 0 << false;
-    QTest::newRow("behind a character") << 2 << true;
+    QTest::newRow("after a character") << 2 << true;
 }
 
 /// A format that was set for what is typed next.
@@ -448,7 +448,7 @@ void TitleItemFormatsTest::gettingAFontClearsTheUndoStack()
     QCOMPARE(stage.text(), QStringLiteral("xone two"));
 }
 
-void TitleItemFormatsTest::typesOnBehindOtherFormats()
+void TitleItemFormatsTest::typesOnAfterOtherFormats()
 {
     TextStage stage(manyFonts());
     QVERIFY(stage.show());

@@ -19,7 +19,7 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double largest = std::numeric_limits<double>::max();
 constexpr double smallest = std::numeric_limits<double>::denorm_min();
 
-/// A scale and a move behind it.
+/// A scale and a move after it.
 QTransform scaledAndMoved(double scale, double dx, double dy)
 {
     return QTransform(scale, 0, 0, scale, dx, dy);
@@ -213,7 +213,7 @@ void TransformUtilsTest::extractsScales()
     compareSizes(ExtractScale(transform, origin), scale);
 }
 
-/// A turn behind the scale is undone exactly, whatever its angle, when the scale is even.
+/// A turn after the scale is undone exactly, whatever its angle, when the scale is even.
 void TransformUtilsTest::extractsScalesOfTurnedContent()
 {
     QRandomGenerator random(2);

@@ -94,7 +94,7 @@ void UseElementsTest::findsUsesOfADefinition_data()
     row("inside a definition", "<defs><g><use id=\"u\" xlink:href=\"#a\"/></g></defs>", {u});
     row("inside another use",
         "<use id=\"u\" xlink:href=\"#b\"><use id=\"v\" xlink:href=\"#a\"/></use>", {v});
-    row("behind text and comments",
+    row("after text and comments",
         "<g>words<!-- note --><rect/>more words<use id=\"u\" xlink:href=\"#a\"/></g>", {u});
     row("without the prefix", "<use id=\"u\" href=\"#a\"/>", {});
     row("with another prefix",
@@ -104,7 +104,7 @@ void UseElementsTest::findsUsesOfADefinition_data()
     row("without the number sign", "<use id=\"u\" xlink:href=\"a\"/>", {});
     row("another sign before the id", "<use id=\"u\" xlink:href=\"?a\"/>", {});
     row("space before the number sign", "<use id=\"u\" xlink:href=\" #a\"/>", {});
-    row("space behind the id", "<use id=\"u\" xlink:href=\"#a \"/>", {});
+    row("space after the id", "<use id=\"u\" xlink:href=\"#a \"/>", {});
     row("only one number sign is removed", "<use id=\"u\" xlink:href=\"##a\"/>", {});
     row("ids are case-sensitive", "<use id=\"u\" xlink:href=\"#A\"/>", {});
     row("another id", "<use id=\"u\" xlink:href=\"#ab\"/>", {});

@@ -368,9 +368,9 @@ void ValueKindsTest::numberLists_data()
             << QStringLiteral("M0 0L5 5") << 300 << QStringLiteral("M0.000 0.000L5.000 5.000");
     QTest::newRow("the first key value's separators are used")
             << QStringLiteral("a(1, 2)b|x[3;;4]y") << 1000 << QStringLiteral("a(3.000, 4.000)b");
-    QTest::newRow("unit behind") << QStringLiteral("10px|20px") << 500
+    QTest::newRow("unit after") << QStringLiteral("10px|20px") << 500
                                  << QStringLiteral("15.000px");
-    QTest::newRow("number behind the separator")
+    QTest::newRow("number after the separator")
             << QStringLiteral("x10|x20") << 500 << QStringLiteral("x15.000");
     QTest::newRow("separators on both sides")
             << QStringLiteral("(10)|(20)") << 500 << QStringLiteral("(15.000)");
@@ -392,7 +392,7 @@ void ValueKindsTest::numberLists_data()
     QTest::newRow("exponents are interpolated as numbers")
             << QStringLiteral("scale(1e3 2)|scale(3e5 4)") << 500
             << QStringLiteral("scale(2.000e4.000 3.000)");
-    QTest::newRow("a bracket behind a later key value")
+    QTest::newRow("a bracket after a later key value")
             << QStringLiteral("a 1|a 2)") << 1000 << QStringLiteral("a 2.000");
     QTest::newRow("trailing separators")
             << QStringLiteral("1,2,|3,4,") << 500 << QStringLiteral("2.000,3.000,");
@@ -443,7 +443,7 @@ void ValueKindsTest::numberListsThatCanNotBeInterpolated_data()
     QTest::newRow("1.2.3 first") << QStringLiteral("1.2.3|1.2.3");
     QTest::newRow("--5 first") << QStringLiteral("--5|--5");
     QTest::newRow("10-5 later") << QStringLiteral("10 5|10-5");
-    QTest::newRow("unreadable behind as many numbers as the others have")
+    QTest::newRow("unreadable after as many numbers as the others have")
             << QStringLiteral("1 2|1 2 3-4");
     QTest::newRow("unreadable in a list of one") << QStringLiteral("m 1-1");
     QTest::newRow("lone minus") << QStringLiteral("a - b|a - b");
@@ -525,7 +525,7 @@ void ValueKindsTest::repetition_data()
     const QString a = QStringLiteral("a");
     const QString b = QStringLiteral("b");
     row("once, end", 1, 1000, white, one, b);
-    row("once, behind", 1, 1500, white, one, b);
+    row("once, after", 1, 1500, white, one, b);
     row("twice, end of the first cycle", 2, 1000, white, one, b);
     row("twice, second cycle", 2, 1500, grey, half, b);
     row("twice, early in the second cycle", 2, 1000 + 1, black, QStringLiteral("0.001"), a);

@@ -135,9 +135,9 @@ void XmlTextTest::attributeNames_data()
     QTest::newRow("colon first") << QStringLiteral(":a") << false;
     QTest::newRow("colon last") << QStringLiteral("a:") << false;
     QTest::newRow("adjacent colons") << QStringLiteral("a::b") << false;
-    QTest::newRow("digit behind the prefix") << QStringLiteral("a:1") << false;
+    QTest::newRow("digit after the prefix") << QStringLiteral("a:1") << false;
     QTest::newRow("digit as prefix") << QStringLiteral("1:a") << false;
-    QTest::newRow("space behind the prefix") << QStringLiteral("a: b") << false;
+    QTest::newRow("space after the prefix") << QStringLiteral("a: b") << false;
     QTest::newRow("control character") << QStringLiteral("a\u0001") << false;
     QTest::newRow("NUL inside") << QString(QStringLiteral("a") + QChar(QChar::Null)
                                            + QStringLiteral("b"))
@@ -212,7 +212,7 @@ void XmlTextTest::textWithoutForbiddenCharacters_data()
                                  << ab;
     QTest::newRow("high surrogate before a pair")
             << QString(QString(high) + emoji + ab) << QString(emoji + ab);
-    QTest::newRow("low surrogate behind a pair")
+    QTest::newRow("low surrogate after a pair")
             << QString(emoji + low + ab) << QString(emoji + ab);
 }
 
@@ -266,10 +266,10 @@ void XmlTextTest::declaration_data()
     QTest::newRow("white space around the equals sign")
             << QByteArray("<?xml version=\"1.0\"\n\tencoding =\r\n \"latin1\" ?><svg/>")
             << QByteArray("<?xml version=\"1.0\"\n\tencoding =\r\n \"UTF-8\" ?><svg/>");
-    QTest::newRow("standalone behind it")
+    QTest::newRow("standalone after it")
             << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-16\" standalone=\"yes\"?><svg/>")
             << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?><svg/>");
-    QTest::newRow("behind a byte order mark")
+    QTest::newRow("after a byte order mark")
             << QByteArray(byteOrderMark + "<?xml version=\"1.0\" encoding=\"UTF-16\"?><svg/>")
             << QByteArray(byteOrderMark + utf8);
     QTest::newRow("only the declaration changes")
@@ -277,7 +277,7 @@ void XmlTextTest::declaration_data()
                           "<svg encoding=\"UTF-16\">encoding=\"UTF-16\"\xD0\x96</svg>")
             << QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
                           "<svg encoding=\"UTF-16\">encoding=\"UTF-16\"\xD0\x96</svg>");
-    QTest::newRow("behind a byte order mark, text beyond ASCII")
+    QTest::newRow("after a byte order mark, text beyond ASCII")
             << QByteArray(byteOrderMark + "<?xml version='1.0' encoding='x'?><a>\xD0\x96</a>")
             << QByteArray(byteOrderMark + "<?xml version='1.0' encoding='UTF-8'?><a>\xD0\x96</a>");
     QTest::newRow("an encoding that is not ASCII")
@@ -291,7 +291,7 @@ void XmlTextTest::declaration_data()
     unchanged("no encoding but standalone", "<?xml version=\"1.0\" standalone=\"no\"?><svg/>");
     unchanged("no encoding, one in the root", "<?xml version='1.0'?><svg encoding='UTF-16'/>");
     unchanged("no declaration", "<svg encoding=\"UTF-16\"/>");
-    unchanged("no declaration behind a byte order mark", byteOrderMark + "<svg/>");
+    unchanged("no declaration after a byte order mark", byteOrderMark + "<svg/>");
     unchanged("byte order mark alone", byteOrderMark);
     unchanged("empty", QByteArray());
     unchanged("a declaration that does not end", "<?xml version=\"1.0\" encoding=\"UTF-16\"");

@@ -10,7 +10,7 @@
 #include <limits>
 #include <vector>
 
-/// What a fuzzer's input stands for: the text of a title and, behind a NUL if there is one, the
+/// What a fuzzer's input stands for: the text of a title and, after a NUL if there is one, the
 /// times at which it is looked at. Any file of a title is an input.
 struct TitleInput
 {

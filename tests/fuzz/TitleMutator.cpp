@@ -238,23 +238,23 @@ int nameEnd(const QByteArray &tag)
     return end;
 }
 
-/// Where a piece of markup ends: behind its ">", which may stand in quotes in a tag.
+/// Where a piece of markup ends: after its ">", which may stand in quotes in a tag.
 int tagEnd(const QByteArray &text, int start)
 {
-    const auto behind = [&](const char *end) {
+    const auto after = [&](const char *end) {
         const int found = text.indexOf(end, start);
         return found < 0 ? text.size() : found + int(qstrlen(end));
     };
     if (text.mid(start, 4) == "<!--")
-        return behind("-->");
+        return after("-->");
     if (text.mid(start, 9) == "<![CDATA[")
-        return behind("]]>");
+        return after("]]>");
     if (text.mid(start, 2) == "<?")
-        return behind("?>");
+        return after("?>");
     if (text.mid(start, 2) == "<!")
         return text.indexOf('[', start) >= 0 && text.indexOf('[', start) < text.indexOf('>', start)
-                ? behind("]>")
-                : behind(">");
+                ? after("]>")
+                : after(">");
     char quote = 0;
     for (int i = start; i < text.size(); ++i) {
         const char c = text.at(i);
@@ -428,7 +428,7 @@ QByteArray TitleMutator::times()
     return text;
 }
 
-/// Behind a start tag or an element, so that elements stay nested.
+/// After a start tag or an element, so that elements stay nested.
 void TitleMutator::insertInto(Tokens &tokens, const Tokens &piece)
 {
     const int tag = anyTag(tokens);

@@ -82,7 +82,7 @@ QByteArray bytesOf(const quint8 *data, size_t size)
     return QByteArray(reinterpret_cast<const char *>(data), int(size));
 }
 
-/// Where the times of an input begin: at its NUL, or behind it when it has none.
+/// Where the times of an input begin: at its NUL, or after it when it has none.
 int timesStart(const QByteArray &input)
 {
     const int end = input.indexOf('\0');

@@ -51,7 +51,7 @@ void findStylesThatLose(const Understood &title, ProblemList &problems)
 // The renderer stops to read a style sheet at what it does not understand.
 QString restMayBeLost()
 {
-    return QStringLiteral(", and the rules behind it may be lost");
+    return QStringLiteral(", and the rules after it may be lost");
 }
 
 void findUnreadSelectors(const Understood &title, ProblemList &problems)
@@ -110,7 +110,7 @@ void findCustomProperties(const Understood &title, ProblemList &problems)
     });
 }
 
-// A style sheet applies to what stands behind it.
+// A style sheet applies to what stands after it.
 void findLateStyleSheets(const Understood &title, ProblemList &problems)
 {
     const StyledValues values(title);
@@ -123,7 +123,7 @@ void findLateStyleSheets(const Understood &title, ProblemList &problems)
     }
     for (const int sheet : late)
         problems.warn("style-sheet", title.element(sheet).place,
-                      QStringLiteral("the style sheet applies only to what stands behind it"),
+                      QStringLiteral("the style sheet applies only to what stands after it"),
                       QStringLiteral("Make it the first element of the title."));
 }
 

@@ -43,7 +43,7 @@ bool isInPlace(const Understood &title, int number, const SourceAttribute &attri
             == attribute.value.trimmed();
 }
 
-// The renderer sets the runs of a text one behind the other.
+// The renderer sets the runs of a text one after the other.
 void findMovedSpans(const Understood &title, ProblemList &problems)
 {
     for (int number = 0; number < int(title.source().elements().size()); ++number) {

@@ -168,7 +168,7 @@ void findTrailingTexts(const Understood &title, ProblemList &problems)
         if (!rest.isEmpty() && !rest.startsWith(QLatin1Char('+'))
             && !rest.startsWith(QLatin1Char('-')))
             problems.warn("unreadable-begin", begin.place,
-                          QStringLiteral("%1 behind %2 is no offset")
+                          QStringLiteral("%1 after %2 is no offset")
                                   .arg(quoted(rest), begin.reference.id + event),
                           QStringLiteral("Write + or - and a time, such as +0.5s, or nothing."));
     }
@@ -298,13 +298,13 @@ void findUnresolvedBegins(const Understood &title, ProblemList &problems)
 }
 
 // The length of the title is taken before begins are resolved.
-void findEndsBehindTheTitle(const Understood &title, ProblemList &problems)
+void findEndsAfterTheTitle(const Understood &title, ProblemList &problems)
 {
     for (const Begin &begin : begins(title)) {
         if (isReference(begin) && isPlayedByRenderer(begin.animation)
             && begin.animation.end > title.duration())
             problems.warn("beyond-end", begin.place,
-                          QStringLiteral("the animation ends behind the title, whose length does "
+                          QStringLiteral("the animation ends after the title, whose length does "
                                          "not count it"),
                           QStringLiteral("Write its begin as a plain time, or let an animate "
                                          "element end last."));
@@ -616,13 +616,13 @@ void findOtherWinners(const Understood &title, ProblemList &problems)
                           QStringLiteral("the animation begins while one of the same attribute "
                                          "runs that stands further down, which goes on showing; in "
                                          "a browser this one takes over"),
-                          QStringLiteral("Put it behind the other one."));
+                          QStringLiteral("Put it after the other one."));
         later.add(animation->begin, animation->end);
     }
 }
 
 // Browsers have given the element up. The renderer shows its end for ever, and before its begin it
-// takes the colour of the elements behind away.
+// takes the colour of later elements away.
 void findColorElements(const Understood &title, ProblemList &problems)
 {
     for (const Animation &animation : title.animations()) {
@@ -632,7 +632,7 @@ void findColorElements(const Understood &title, ProblemList &problems)
         const QString remedy = QStringLiteral("Use an animate element instead.");
         if (animation.begin > 0)
             problems.warn("late-animate-color", element.placeOf(QStringLiteral("begin")),
-                          QStringLiteral("before an animateColor begins, elements behind it lose "
+                          QStringLiteral("before an animateColor begins, elements after it lose "
                                          "their fill"),
                           remedy);
         else
@@ -668,7 +668,7 @@ const std::vector<Check> &timingChecks()
                                            findUnknownTriggers,
                                            findCycles,
                                            findUnresolvedBegins,
-                                           findEndsBehindTheTitle,
+                                           findEndsAfterTheTitle,
                                            findUnplayed,
                                            findMissingNames,
                                            findTargetsElsewhere,

@@ -66,7 +66,7 @@ private:
     QHash<QString, std::vector<Candidate>> m_candidates; // by a class, an id or a type
 };
 
-// The part of a name behind its prefix.
+// The part of a name after its prefix.
 QString withoutPrefix(const QString &name);
 
 bool isAnimationElement(const SourceElement &element);

@@ -25,8 +25,8 @@ QString withoutComments(const QString &text)
     return result + text.midRef(kept);
 }
 
-// Behind the block that begins at "{"; the text's end when it is not closed.
-int behindBlock(const QString &text, int open)
+// After the block that begins at "{"; the text's end when it is not closed.
+int afterBlock(const QString &text, int open)
 {
     int depth = 0;
     for (int i = open; i < text.size(); ++i) {
@@ -83,7 +83,7 @@ StyleRules::StyleRules(const QString &styleSheet)
         const int headEnd = int(found - text.begin());
         const bool hasBlock = found != text.end() && *found == QLatin1Char('{');
         const QString head = text.mid(at, headEnd - at).trimmed();
-        const int end = hasBlock ? behindBlock(text, headEnd) : headEnd + 1;
+        const int end = hasBlock ? afterBlock(text, headEnd) : headEnd + 1;
         if (head.startsWith(QLatin1Char('@')))
             m_atRules += nameOfAtRule.match(head).captured();
         else if (hasBlock)

@@ -12,7 +12,7 @@ public:
     explicit Timeline(const Understood &title);
 
     int begin() const { return m_begin; } // ms
-    int end() const { return m_end; }     // ms, behind the begin
+    int end() const { return m_end; }     // ms, after the begin
 
     // How far a time is from the begin to the end, 0 to 1.
     double positionOf(int ms) const;
