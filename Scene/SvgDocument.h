@@ -10,7 +10,6 @@
 #include <QBuffer>
 #include <QByteArray>
 #include <QDomDocument>
-#include <QDomElement>
 #include <QDomNode>
 #include <QRectF>
 #include <QString>
@@ -18,19 +17,18 @@
 #include <QXmlStreamReader>
 
 #include <cstddef>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <vector>
 
 class AdjustableAttribute;
+class Agreement;
 class AnimatableAttribute;
-class ElementIndex;
 class QPainter;
 class RendererDocument;
-class StartTags;
 class SvgElement;
+struct FrameStep;
 
 /// One animated SVG title: its text, its document tree, and what was learnt from them.
 ///
@@ -65,6 +63,11 @@ public:
     /// that can't be played safely. Such a document draws nothing until another text is written
     /// into it and bounds are set.
     bool isLoaded() const;
+
+    /// What is wrong, in one line: why the text or the frame that is shown can't be drawn, or why
+    /// the last adjustment was refused. Empty when nothing is wrong. Hides that of QIODevice, which
+    /// knows nothing of it.
+    QString errorString() const;
 
     /// \name Drawing
     /// @{
@@ -225,47 +228,20 @@ private:
     using SvgElements = std::vector<boost::shared_ptr<SvgElement>>;
     using AttributeNumbers = std::vector<std::size_t>;
 
-    bool isTextKnown() const;
-    bool isChangedInPlace() const;
-    bool isTextAdmitted();
-    bool isTreeParsedText() const;
-    bool isTextSavedTree() const;
     std::unique_ptr<RendererDocument> loadRenderer();
     void tryRenderer();
     void analyse(const QString &svgText);
-    void parseTree();
-    void writeWholeTree();
-    void writeTree(QDomNode::EncodingPolicy policy);
-    void treeWritten();
-    void rewriteTags();
-    void disagree();
-    bool hasUnsavedTags() const;
-
-    void edit(const SvgElement &place, const QDomNode &root, const QString &attributeName,
-              const std::function<bool(const QDomElement &)> &change);
-    const ElementIndex &elementIndex();
-    StartTags *startTags();
     std::vector<const SvgElement *> places() const;
-    void forgetElements();
+    QString refusalOfAdjustment(const AdjustableAttributes &attributes, const QString &value);
     void writeValue(const AdjustableAttribute &attribute, const QString &value,
                     const QDomNode &root);
     void restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root);
     void showUses(const SvgElements &uses, bool visible, const QDomNode &root);
 
-    // One attribute that a frame writes.
-    struct FrameStep
-    {
-        boost::shared_ptr<AnimatableAttribute> animation;
-        QString value;
-        bool isDefault; // the template's own value, not the animation's
-    };
-
     std::optional<std::size_t> winnerAt(int ms, const AttributeNumbers &numbers) const;
     std::vector<FrameStep> stepsAt(int ms) const;
-    bool isShowing(const std::vector<FrameStep> &steps) const;
     std::vector<bool> neededSteps(const std::vector<FrameStep> &steps) const;
     void carryOut(const FrameStep &step);
-    void judgeFrame(const std::vector<FrameStep> &steps);
     bool showsUsesOf(const AnimatableAttribute &attribute) const;
 
     QByteArray m_data;
@@ -283,16 +259,6 @@ private:
     // For each animated attribute, by its id(): its animations' indices in m_animatableAttributes.
     std::map<QString, AttributeNumbers> m_animationsById;
 
-    std::vector<FrameStep> m_shownSteps; // of the last frame; empty when the tree has changed since
-
-    bool m_loaded = false;       // the renderer has accepted the template's text
-    qint64 m_textSize = 0;       // what lies after it in m_data is left over from a longer text
-    QByteArray m_knownText;      // shares m_data's bytes unless somebody else has written them
-    bool m_admitted = false;     // the known text may be given to parsers
-    bool m_treeIsShared = false; // somebody outside may change the tree at any time
-    bool m_treeIsParsedText = false; // the tree is what parsing the known text gives
-    bool m_textIsSavedTree = false;  // the known text is what saveToBuffer() makes of the tree
-    std::unique_ptr<ElementIndex> m_elements; // of places() in the tree; null when out of date
-    std::unique_ptr<StartTags>
-            m_startTags; // of m_elements in the saved tree; null when out of date
+    bool m_loaded = false;                  // the renderer has accepted the template's text
+    std::unique_ptr<Agreement> m_agreement; // of m_data and m_dom
 };

@@ -4,6 +4,9 @@
 #include "SvgDocument.h"
 
 #include "AdjustableAttribute.h"
+#include "Admission_p.h"
+#include "Agreement_p.h"
+#include "AnimatableAttribute.h"
 #include "TreeWalk_p.h"
 
 #include <boost/make_shared.hpp>
@@ -79,8 +82,8 @@ private:
 /// The same as detectAdjustableAttibute() for each name and all nodes, in one walk.
 void SvgDocument::prepareAdjustedAttibutes(const QStringList &names)
 {
-    parseTree();
-    forgetElements();
+    m_agreement->parse();
+    m_agreement->forgetPlaces();
     std::vector<AdjustableAttributes> attributes(std::size_t(names.size()));
     for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
         const QDomElement element = walk.node().toElement();
@@ -102,7 +105,7 @@ void SvgDocument::detectAdjustableAttibute(const QString &name, const std::vecto
         if (isAdjustable(node.toElement(), name))
             attributes.push_back(made(node, finder.place(node), name));
     }
-    forgetElements();
+    m_agreement->forgetPlaces();
     m_adjustableAttributes.insert(std::make_pair(name, attributes));
 }
 
@@ -120,21 +123,34 @@ void SvgDocument::adjustAttribute(const QString &name, const QString &value)
     const auto entry = m_adjustableAttributes.find(name);
     if (entry == m_adjustableAttributes.end() || entry->second.empty())
         return;
-    const QByteArray before = isColor(name) ? QByteArray() : m_data.left(int(size()));
+    // Numbers and references can make a title that exceeds the limits, colours cannot.
+    const QString refusal = isColor(name) ? QString() : refusalOfAdjustment(entry->second, value);
+    m_agreement->setError(refusal);
+    if (!refusal.isEmpty())
+        return;
     const QDomElement root = m_dom.documentElement();
     for (const auto &attribute : entry->second)
         writeValue(*attribute, value, root);
-    writeTree(QDomNode::EncodingFromDocument);
-    if (isColor(name))
-        return;
+    m_agreement->saveAsDeclared();
+}
 
-    // Numbers and references can make a title that exceeds the limits, colours cannot.
-    m_knownText.clear();
-    if (isTextAdmitted())
-        return;
-    const QString refusal = errorString();
-    seek(0);
-    write(before);
-    parseTree();
-    setErrorString(refusal);
+/// Why the template with this value would not be admitted; empty when it would. What a frame has
+/// written is of no account, or the time would decide.
+QString SvgDocument::refusalOfAdjustment(const AdjustableAttributes &attributes,
+                                         const QString &value)
+{
+    const QDomElement root = m_dom.documentElement();
+    m_agreement->beginTrial();
+    for (const auto &entry : m_animationsById) {
+        const auto &animation = m_animatableAttributes[entry.second.back()];
+        carryOut({animation, animation->defaultValue(), true});
+    }
+    for (const auto &attribute : attributes)
+        writeValue(*attribute, value, root);
+    const QByteArray text = m_agreement->textOfTree();
+    m_agreement->takeBackEdits();
+    const Admission admission = admit(text);
+    return admission.text.constData() == text.constData()
+            ? admission.refusal
+            : QStringLiteral("the value refers to another file");
 }

@@ -4,7 +4,9 @@
 #include "SvgDocument.h"
 
 #include "Admission_p.h"
+#include "Agreement_p.h"
 #include "AnimatableAttribute.h"
+#include "FrameStep_p.h"
 #include "MarkupRoles_p.h"
 #include "NumberScan_p.h"
 #include "Picture_p.h"
@@ -77,6 +79,16 @@ bool mayExceedLimits(const AdjustableAttribute &attribute, const QString &value)
                 && numbers.count > numbersIn(attribute.defaultValue()).count);
 }
 
+/// Only a frame that is admitted as it stands is drawn.
+QString refusalOfFrame(const QByteArray &data, qint64 textSize)
+{
+    const auto text = QByteArray::fromRawData(data.constData(), int(textSize));
+    const Admission admission = admit(text, LargeNumbers::RefuseBesideDashes);
+    return admission.text.constData() == text.constData()
+            ? admission.refusal
+            : QStringLiteral("an animation refers to another file");
+}
+
 bool isDrawable(const QRectF &bounds)
 {
     return std::isfinite(bounds.x()) && std::isfinite(bounds.y()) && std::isfinite(bounds.width())
@@ -103,51 +115,26 @@ void SvgDocument::paint(QPainter *painter, int ms)
 void SvgDocument::applyAnimation(int ms)
 {
     std::vector<FrameStep> steps = stepsAt(ms);
-    if (steps.empty() || isShowing(steps))
+    if (steps.empty() || m_agreement->isShowing(steps))
         return;
+    const bool isInDoubt = std::any_of(steps.begin(), steps.end(), [](const FrameStep &step) {
+        return mayExceedLimits(*step.animation, step.value);
+    });
+    if (isInDoubt)
+        m_agreement->beginDoubt();
     const std::vector<bool> needed = neededSteps(steps);
     for (std::size_t i = 0; i < steps.size(); ++i) {
         if (needed[i])
             carryOut(steps[i]);
     }
-    if (!isTextSavedTree())
-        saveToBuffer();
-    judgeFrame(steps);
-    m_shownSteps = std::move(steps);
-}
-
-/// Only a frame that is admitted as it stands is drawn. The tree stays for the next one.
-void SvgDocument::judgeFrame(const std::vector<FrameStep> &steps)
-{
-    const bool isInDoubt = std::any_of(steps.begin(), steps.end(), [](const FrameStep &step) {
-        return mayExceedLimits(*step.animation, step.value);
-    });
-    if (m_dom.documentElement().isNull() || (m_admitted && !isInDoubt))
-        return;
-    const auto text = QByteArray::fromRawData(m_data.constData(), int(m_textSize));
-    const Admission admission =
-            isInDoubt ? admit(text, LargeNumbers::RefuseBesideDashes) : Admission{text, QString()};
-    const bool isWhole = admission.text.constData() == text.constData();
-    m_admitted = isWhole && admission.refusal.isEmpty();
-    setErrorString(isWhole ? admission.refusal
-                           : QStringLiteral("an animation refers to another file"));
-}
-
-/// Whether tree and text are what these steps have made of them.
-bool SvgDocument::isShowing(const std::vector<FrameStep> &steps) const
-{
-    return isTextSavedTree()
-            && std::equal(steps.begin(), steps.end(), m_shownSteps.begin(), m_shownSteps.end(),
-                          [](const FrameStep &a, const FrameStep &b) {
-                              return a.animation == b.animation && a.isDefault == b.isDefault
-                                      && a.value == b.value;
-                          });
+    if (m_agreement->isSaved() || m_agreement->save())
+        m_agreement->show(std::move(steps), isInDoubt ? refusalOfFrame(m_data, size()) : QString());
 }
 
 /// What has to be written at this time: the winners' values in document order, since two
 /// definitions with one id show and hide the same elements, then the defaults of attributes without
 /// a winner.
-std::vector<SvgDocument::FrameStep> SvgDocument::stepsAt(int ms) const
+std::vector<FrameStep> SvgDocument::stepsAt(int ms) const
 {
     std::vector<bool> winners(m_animatableAttributes.size(), false);
     std::vector<FrameStep> defaults;
@@ -213,10 +200,11 @@ std::optional<std::size_t> SvgDocument::winnerAt(int ms, const AttributeNumbers 
 void SvgDocument::writeValue(const AdjustableAttribute &attribute, const QString &value,
                              const QDomNode &root)
 {
-    edit(attribute.element(), root, attribute.attributeName(), [&](const QDomElement &element) {
-        return !isForeignReference(element, attribute, value)
-                && writeAttribute(element, attribute.attributeName(), value);
-    });
+    m_agreement->edit(attribute.element(), root, attribute.attributeName(),
+                      [&](const QDomElement &element) {
+                          return !isForeignReference(element, attribute, value)
+                                  && writeAttribute(element, attribute.attributeName(), value);
+                      });
 }
 
 void SvgDocument::restoreDefault(const AdjustableAttribute &attribute, const QDomNode &root)
@@ -226,7 +214,8 @@ void SvgDocument::restoreDefault(const AdjustableAttribute &attribute, const QDo
         writeValue(attribute, value, root);
         return;
     }
-    edit(attribute.element(), root, attribute.attributeName(), [&](const QDomElement &element) {
-        return eraseAttribute(element, attribute.attributeName());
-    });
+    m_agreement->edit(attribute.element(), root, attribute.attributeName(),
+                      [&](const QDomElement &element) {
+                          return eraseAttribute(element, attribute.attributeName());
+                      });
 }

@@ -3,6 +3,7 @@
 
 #include "SvgDocument.h"
 
+#include "Agreement_p.h"
 #include "AnimatableAttributeColor.h"
 #include "AnimatableAttributeFloat.h"
 #include "AnimatableAttributeFloatList.h"
@@ -289,19 +290,19 @@ void SvgDocument::getBeginEndParams(QString begin, QString dur, int &beginMs, in
 
 void SvgDocument::fixConditionalTiming()
 {
-    parseTree();
+    m_agreement->parse();
     ConditionalTiming timing(m_dom.documentElement());
     if (!timing.resolve())
         return;
-    m_shownSteps.clear(); // a begin may be animated, too
+    m_agreement->treeChanged();
     saveToBuffer();
 }
 
 void SvgDocument::detectAnimatableAttibutes(int &totalDuration)
 {
     totalDuration = 0;
-    parseTree();
-    forgetElements();
+    m_agreement->parse();
+    m_agreement->forgetPlaces();
     for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
         const QDomElement element = walk.node().toElement();
         if (element.tagName() != QLatin1String("animate")
@@ -332,7 +333,7 @@ std::vector<boost::shared_ptr<const AnimatableAttribute>> SvgDocument::animation
 
 void SvgDocument::detectConclusionTime()
 {
-    parseTree();
+    m_agreement->parse();
     m_conclusionDuration = 0;
     for (const std::vector<QDomElement> &animations :
          elementsByKind(m_dom.documentElement(),

@@ -3,6 +3,7 @@
 
 #include "SvgDocument.h"
 
+#include "Agreement_p.h"
 #include "AnimatableAttribute.h"
 #include "ElementIndex_p.h"
 #include "TreeEdit_p.h"
@@ -179,8 +180,8 @@ private:
 
 void SvgDocument::detectUseElements()
 {
-    parseTree();
-    forgetElements();
+    m_agreement->parse();
+    m_agreement->forgetPlaces();
     for (TreeWalk walk(m_dom.documentElement()); !walk.atEnd(); walk.next()) {
         if (const std::optional<QString> id = usedId(walk.node().toElement()))
             m_useElements[*id].push_back(boost::make_shared<SvgElement>(walk.element()));
@@ -197,11 +198,11 @@ std::vector<boost::shared_ptr<const SvgElement>> SvgDocument::usesOf(const QStri
 
 void SvgDocument::fixDefinitionsVisibility()
 {
-    parseTree();
+    m_agreement->parse();
     if (m_useElements.empty())
         return;
     const QDomElement root = m_dom.documentElement();
-    const ShownIds shownIds(m_useElements, elementIndex());
+    const ShownIds shownIds(m_useElements, m_agreement->elements());
     const std::vector<Showing> showings =
             Showings(Definitions(root, m_useElements, shownIds)).inTurn();
     for (const Showing &showing : showings)
@@ -231,8 +232,9 @@ void SvgDocument::showUses(const SvgElements &uses, bool visible, const QDomNode
 {
     for (const auto &use : uses) {
         if (!use->hasVisibilityAncestor())
-            edit(*use, root, QStringLiteral("visibility"), [visible](const QDomElement &element) {
-                return writeVisibility(element, visible);
-            });
+            m_agreement->edit(*use, root, QStringLiteral("visibility"),
+                              [visible](const QDomElement &element) {
+                                  return writeVisibility(element, visible);
+                              });
     }
 }
