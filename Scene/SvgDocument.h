@@ -40,15 +40,17 @@ struct FrameStep;
 /// The document is its own device: the QBuffer base holds the text, as UTF-8, and the SVG renderer
 /// always loads that text. Every change is made in the tree and then written over the text from
 /// its start. The bytes in data() are never cut off by a shorter text; what can be read from the
-/// device, and its size(), end where the last text ends. Where somebody changes a text that has
-/// been parsed through buffer(), all bytes are text.
+/// device, and its size(), end where the last text ends. Where somebody changes the text through
+/// buffer(), all bytes are text; a pointer to them is good until the next call of the document.
+/// While the device is closed or can't be written, changes reach the tree only; the next frame or
+/// save that can write catches up.
 ///
 /// Malformed, hostile or empty text gives a document that draws nothing: isLoaded() is false and
 /// errorString() says why in one line. Nothing is thrown, and nothing logged but what Qt's renderer
-/// has to say of a text.
+/// has to say of a text, and a warning where paint() finds no QGuiApplication.
 ///
-/// Times are int milliseconds of document time; times beyond an int saturate. The document needs a
-/// QGuiApplication, belongs to one thread, and is not copyable. It emits no signals of its own.
+/// Times are int milliseconds of document time; times beyond an int saturate. The document belongs
+/// to one thread, and is not copyable. It emits no signals of its own.
 ///
 /// \ingroup documents
 class TITLESCENE_EXPORT SvgDocument : public QBuffer
@@ -74,7 +76,9 @@ public:
 
     /// Draws the title as it is \a ms after its start into bounds(), in the painter's
     /// coordinates. The painter's state is as before afterwards. A text that the renderer rejects,
-    /// or bounds that are empty, draw nothing. Drawing is not cut to the bounds.
+    /// or bounds that are empty, draw nothing. Drawing is not cut to the bounds. Needs a
+    /// QGuiApplication, which everything else does without; where there is none, it warns and does
+    /// nothing.
     void paint(QPainter *painter, int ms);
 
     /// Brings the tree and the text to the time \a ms: every animated attribute has the value of

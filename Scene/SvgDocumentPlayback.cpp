@@ -14,6 +14,7 @@
 #include "TimeValue_p.h"
 #include "TreeEdit_p.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 
 #include <algorithm>
@@ -99,6 +100,11 @@ bool isDrawable(const QRectF &bounds)
 
 void SvgDocument::paint(QPainter *painter, int ms)
 {
+    // Without its fonts, the renderer would end the process.
+    if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
+        qWarning("SvgDocument::paint: there is no QGuiApplication");
+        return;
+    }
     if (m_animated)
         applyAnimation(ms);
     // Given an empty rectangle, the renderer would fill the whole device.
