@@ -4,8 +4,7 @@
 #pragma once
 
 #include <Scene/AdjustableAttribute.h>
-
-struct KeyValuePosition;
+#include <Scene/KeyValuePosition.h>
 
 /// One SMIL animation of one attribute of one element.
 ///

@@ -3,18 +3,12 @@
 
 #pragma once
 
+#include "KeyValuePosition.h"
+
 #include <QString>
 
 /// \file
 /// Where a time stands among the key values of an animation.
-
-/// Two neighbouring key values and the weight of the second.
-struct KeyValuePosition
-{
-    int index = 0;
-    int nextIndex = 0;
-    double fraction = 0.0;
-};
 
 /// How far a time stands in its cycle of an animation that runs from begin to end (ms): 0 to 1.
 /// A negative repeat count repeats without end. Times before the begin give 0; an animation
