@@ -5,6 +5,7 @@
 
 #include "AdmissionLimits_p.h"
 #include "Inspection_p.h"
+#include "MarkupScanner_p.h"
 #include "Markup_p.h"
 #include "PlainXml_p.h"
 #include "XmlText_p.h"
@@ -25,22 +26,19 @@ bool isWhiteSpace(char c)
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-std::string_view view(const QByteArray &text)
-{
-    return std::string_view(text.constData(), std::size_t(text.size()));
-}
-
 /// Entities are all that an internal subset may declare: a default of an attribute multiplies
 /// by the elements, and the model of an element nests without limit.
-void inspectDocumentType(const QByteArray &subset, const QByteArray &text, Inspection *inspection)
+void inspectDocumentTypes(const QByteArray &text, Inspection *inspection)
 {
-    if (subset.isEmpty())
-        return;
-    if (subset.contains("<!ELEMENT") || subset.contains("<!ATTLIST") || subset.contains('%'))
+    const DocumentTypeScan scan = scanDocumentTypes(text);
+    if (scan.declaresMore)
         inspection->refuseHere(QStringLiteral("the document type declares more than entities"));
-    inspection->hold(subset.size(), AdmissionLimits::documentTypeSize);
-    inspection->hold(subset.count("<!ENTITY"), AdmissionLimits::declaredEntities);
-    inspection->hold(text.count('&') - text.count("&#"), AdmissionLimits::entityReferences);
+    if (!scan.isFinished)
+        inspection->refuseHere(QStringLiteral("the document type has no end"));
+    inspection->hold(scan.size, AdmissionLimits::documentTypeSize);
+    inspection->hold(scan.entities, AdmissionLimits::declaredEntities);
+    if (scan.entities > 0)
+        inspection->hold(countEntityReferences(text), AdmissionLimits::entityReferences);
 }
 
 /// The first limit that the bytes exceed, whatever they say.
@@ -73,7 +71,7 @@ void inspectBytes(const QByteArray &text, Inspection *inspection)
         inspection->setLine(line);
         inspection->exceed(AdmissionLimits::attributes);
     } else {
-        inspectDocumentType(internalSubset(text), text, inspection);
+        inspectDocumentTypes(text, inspection);
     }
 }
 

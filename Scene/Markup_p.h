@@ -11,8 +11,19 @@
 /// need time that is quadratic in them to say so. Gives the line, or 0.
 int lineOfTooManyAttributes(const QByteArray &text);
 
-/// The internal part of the document type, from "[" to "]"; empty when there is none.
-QByteArray internalSubset(const QByteArray &text);
+/// What all document types of a text declare, by the bytes alone.
+struct DocumentTypeScan
+{
+    qint64 size = 0; ///< in bytes
+    qint64 entities = 0;
+    bool declaresMore = false; ///< than entities, or may do so
+    bool isFinished = true;
+};
+
+DocumentTypeScan scanDocumentTypes(const QByteArray &text);
+
+/// How many references to declared entities there may be in a text.
+qint64 countEntityReferences(const QByteArray &text);
 
 /// A reference to a picture of one transparent pixel.
 QByteArray transparentPicture();

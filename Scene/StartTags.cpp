@@ -3,84 +3,11 @@
 
 #include "StartTags_p.h"
 
+#include "MarkupScanner_p.h"
 #include "TreeText_p.h"
 #include "TreeWalk_p.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <cstring>
-
 namespace {
-
-bool startsWith(const char *text, const char *end, const char *start)
-{
-    const auto length = std::ptrdiff_t(std::strlen(start));
-    return end - text >= length && std::equal(start, start + length, text);
-}
-
-/// Goes from start tag to start tag through a well-formed text.
-class TagScanner
-{
-public:
-    explicit TagScanner(const QByteArray &text)
-        : m_begin(text.constData()), m_at(m_begin), m_end(m_begin + text.size())
-    {
-    }
-
-    /// Moves on to the next start tag; false when there is none.
-    bool next()
-    {
-        while (true) {
-            m_at = std::find(m_at, m_end, '<');
-            if (m_at == m_end)
-                return false;
-            if (startsWith(m_at, m_end, "<!--"))
-                skipTo("-->");
-            else if (startsWith(m_at, m_end, "<![CDATA["))
-                skipTo("]]>");
-            else if (startsWith(m_at, m_end, "<?"))
-                skipTo("?>");
-            else if (startsWith(m_at, m_end, "</"))
-                skipTo(">");
-            else
-                break;
-        }
-        readTag();
-        return true;
-    }
-
-    /// After the name of the start tag.
-    int attributesBegin() const { return int(m_attributes - m_begin); }
-    /// At the ">" or "/>" of the start tag.
-    int attributesEnd() const { return int(m_at - m_begin); }
-
-private:
-    void skipTo(const char *closing)
-    {
-        m_at = std::search(m_at, m_end, closing, closing + std::strlen(closing));
-    }
-
-    void readTag()
-    {
-        m_attributes =
-                std::find_if(m_at, m_end, [](char c) { return c == ' ' || c == '/' || c == '>'; });
-        m_at = m_attributes;
-        while (m_at != m_end && *m_at != '>' && *m_at != '/') {
-            // After a name there is a value in double quotes.
-            m_at = std::find_if(m_at, m_end,
-                                [](char c) { return c == '"' || c == '>' || c == '/'; });
-            if (m_at != m_end && *m_at == '"') {
-                m_at = std::find(m_at + 1, m_end, '"');
-                m_at += m_at != m_end;
-            }
-        }
-    }
-
-    const char *m_begin;
-    const char *m_at;
-    const char *m_end;
-    const char *m_attributes = nullptr;
-};
 
 /// The part of a text that is to be replaced, and what replaces it.
 struct Replacement
@@ -94,20 +21,20 @@ struct Replacement
 /// writes them. An empty range at the end when it is not there.
 Replacement attributeRange(const QByteArray &text, int begin, int end, const QByteArray &name)
 {
-    const char *const first = text.constData() + begin;
-    const char *const last = text.constData() + end;
-    for (const char *at = first; at != last;) {
-        const char *const nameBegin = std::find_if_not(at, last, [](char c) { return c == ' '; });
-        const char *const nameEnd = std::find(nameBegin, last, '=');
-        const char *const opening = std::find(nameEnd, last, '"');
-        if (opening == last)
-            break;
-        const char *const closing = std::find(opening + 1, last, '"');
-        at = closing == last ? last : closing + 1;
-        if (std::equal(nameBegin, nameEnd, name.begin(), name.end()))
-            return {begin + int(nameBegin - first), begin + int(at - first), {}};
+    for (AttributeScanner attribute(view(text), begin, end); attribute.next();) {
+        if (attribute.name() == view(name))
+            return {attribute.begin(), attribute.end(), {}};
     }
     return {end, end, {}};
+}
+
+bool nextStartTag(MarkupScanner *markup)
+{
+    while (markup->next()) {
+        if (markup->kind() == MarkupScanner::Kind::StartTag)
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -116,14 +43,14 @@ StartTags::StartTags(const QByteArray &savedText, const QDomNode &root,
                      const std::vector<QDomElement> &elements)
 {
     m_attributes.reserve(elements.size());
-    TagScanner tags(savedText);
+    MarkupScanner markup(view(savedText));
     auto wanted = elements.begin();
     for (TreeWalk walk(root); !walk.atEnd() && wanted != elements.end(); walk.next()) {
-        if (!walk.node().isElement() || !tags.next())
+        if (!walk.node().isElement() || !nextStartTag(&markup))
             continue;
         if (walk.node() == *wanted) {
             m_attributes.push_back(
-                    {tags.attributesBegin(), tags.attributesEnd(), Change::None, {}});
+                    {markup.attributesBegin(), markup.attributesEnd(), Change::None, {}});
             ++wanted;
         }
     }

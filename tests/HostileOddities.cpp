@@ -83,6 +83,64 @@ void addBytes(Titles &titles)
                            "<g id=\"&quot;&lt;&#10;&#9;&amp;\">]]&gt;&#13;</g>"));
 }
 
+// --- document types
+
+/// A content model that takes all of the stack, where one reader may find it and another not.
+void addDocumentTypes(Titles &titles)
+{
+    const QByteArray model =
+            "<!ELEMENT r " + QByteArray(30'000, '(') + "a" + QByteArray(30'000, ')') + ">";
+    const QByteArray title = redTitle();
+    for (const char *const before : {"<!-- a -- b -->",
+                                     "<!-- a --->",
+                                     "<!--a--",
+                                     "<?>?>",
+                                     "<?\?>",
+                                     "<?x ?",
+                                     "<!>",
+                                     "<!-",
+                                     "<![CDATA[<!--]]>",
+                                     "<![IGNORE[",
+                                     "]>",
+                                     "]]>",
+                                     "'",
+                                     "\"",
+                                     "<!ENTITY a '>",
+                                     "<!ENTITY a \">",
+                                     "<!ENTITY a '%b;'>",
+                                     "<!ENTITY a \"100%\">",
+                                     "<!ENTITY a '&#37;b;'>",
+                                     "%b;",
+                                     "\x01",
+                                     "<!ENTITY a '<!ELEMENT b (c)>'>&a;",
+                                     "<!entity a 'b'>",
+                                     "\xef\xbb\xbf",
+                                     "\xef\xbf\xbf"})
+        titles.add(QByteArray("content model after ") + before,
+                   "<!DOCTYPE svg [" + QByteArray(before) + model + "]>" + title);
+    for (const char *const start :
+         {"<!doctype svg [", "<!DOCTYPE[", "<!DOCTYPE svg", "<!DOCTYPE svg 'a' [",
+          "<!DOCTYPE a b [", "<!DOCTYPE svg -- [ -- [", "<!DOCTYPE svg <!-- ' --> [",
+          "<!DOCTYPE svg [][", "[", ""})
+        titles.add(QByteArray("content model in ") + start, start + model + "]>" + title);
+    titles.add("content model after a zero byte",
+               "<!DOCTYPE svg [" + QByteArray(1, '\0') + model + "]>" + title);
+    titles.add("content model after the root", title + "<!DOCTYPE svg [" + model + "]>");
+    titles.add("content model in a comment", "<!DOCTYPE svg [<!--" + model + "-->]>" + title);
+    titles.add("content model in an entity",
+               "<!DOCTYPE svg [<!ENTITY a '" + model + "'>]>"
+                       + svgTitle(text("<text>&a;</text>")).toUtf8());
+    titles.add("document types in each other", QByteArray("<!DOCTYPE a [").repeated(100'000));
+    titles.add("many document types", QByteArray("<!DOCTYPE a []>").repeated(100'000) + title);
+    titles.add("many unfinished types", QByteArray("<!DOCTYPE a ['").repeated(100'000) + title);
+    titles.add("predefined references beside an entity",
+               "<!DOCTYPE svg [<!ENTITY amp '" + QByteArray(4000, 'x') + "'>]>"
+                       + svgTitle(text("<desc a=\"%1\">%2</desc>")
+                                          .arg(repeated("&amp;", 100'000),
+                                               repeated("&amp;&quot;", 400'000)))
+                                 .toUtf8());
+}
+
 // --- sizes
 
 void addSizes(Titles &titles)
@@ -597,6 +655,7 @@ std::vector<HostileTitle> oddTitles()
 {
     Titles titles;
     addBytes(titles);
+    addDocumentTypes(titles);
     addSizes(titles);
     addReferences(titles);
     addNumbers(titles);

@@ -35,7 +35,8 @@ QString imageElement(const QString &reference)
 std::vector<RefusedTitle> refusedTitles()
 {
     std::vector<RefusedTitle> titles;
-    const auto add = [&titles](const char *name, const QString &text, const QString &refusal) {
+    const auto add = [&titles](const QByteArray &name, const QString &text,
+                               const QString &refusal) {
         titles.push_back({{name, text.toUtf8()}, refusal});
     };
     const QString rect = redRect();
@@ -64,6 +65,59 @@ std::vector<RefusedTitle> refusedTitles()
     add("many entities", declared(repeated("<!ENTITY a \"b\">", 257), rect),
         QStringLiteral("declared entities"));
     add("parameter entities", declared(QStringLiteral("<!ENTITY % a \"b\">"), rect),
+        QStringLiteral("more than entities"));
+    // What looks as if it ended elsewhere, before something that is not to be declared.
+    const QString model =
+            QStringLiteral("<!ELEMENT r %1a%2>").arg(repeated("(", 100000), repeated(")", 100000));
+    for (const char *const before : {"<!-->-->",
+                                     "<!-->]-->",
+                                     "<!--->-->",
+                                     "<!--->]>-->",
+                                     "<!-- ' -->",
+                                     "<!-- \" -->",
+                                     "<!-- <!-- -->",
+                                     "<!--?>-->",
+                                     "<!--]]>-->",
+                                     "<?x?>",
+                                     "<?x ]>?>",
+                                     "<?x ' ?>",
+                                     "<?x -->?>",
+                                     "<?x <!-- ?>",
+                                     "<?x ?\?\?>",
+                                     "<!ENTITY a ']>'>",
+                                     "<!ENTITY a \"'\">",
+                                     "<!ENTITY a '<!--'>",
+                                     "<!ENTITY a '<![CDATA['>",
+                                     "<!ENTITY a SYSTEM '<!--'>"}) {
+        const QString start = QLatin1String(before);
+        add(QByteArray("content model after ") + before, declared(start + model, rect),
+            QStringLiteral("more than entities"));
+        add(QByteArray("default attributes after ") + before,
+            declared(start + QStringLiteral("<!ATTLIST g a CDATA \"v\">"), rect),
+            QStringLiteral("more than entities"));
+        add(QByteArray("many entities after ") + before,
+            declared(start + repeated("<!ENTITY e \"b\">", 1500), rect),
+            QStringLiteral("declared entities"));
+    }
+    const QString secondType = QStringLiteral("<!DOCTYPE svg [%1]>").arg(model);
+    add("content model in a second document type",
+        QStringLiteral("<!DOCTYPE svg>") + secondType + svgTitle(rect),
+        QStringLiteral("more than entities"));
+    add("content model in a document type inside", svgTitle(secondType + rect),
+        QStringLiteral("more than entities"));
+    add("content model after a byte order mark",
+        QChar(QChar::ByteOrderMark) + declared(model, rect), QStringLiteral("more than entities"));
+    add("content model after a quoted bracket",
+        QStringLiteral("<!DOCTYPE svg PUBLIC \"-//]>[\" '\"[]>' [%1]>").arg(model) + svgTitle(rect),
+        QStringLiteral("more than entities"));
+    add("content model in a conditional section",
+        declared(QStringLiteral("<![INCLUDE[%1]]>").arg(model), rect),
+        QStringLiteral("more than entities"));
+    add("conditional sections in each other", declared(repeated("<![INCLUDE[", 15000), rect),
+        QStringLiteral("document type"));
+    add("reference in the document type", declared(QStringLiteral("%a;") + model, rect),
+        QStringLiteral("more than entities"));
+    add("notation", declared(QStringLiteral("<!NOTATION a SYSTEM \"b\">"), rect),
         QStringLiteral("more than entities"));
     add("deep nesting", svgTitle(repeated("<g>", 10000) + rect + repeated("</g>", 10000)),
         QStringLiteral("nesting depth"));

@@ -502,6 +502,9 @@ void TestInspectProblems::findsProblems_data()
             "the style sheet refers to something");
     row("style sheet", QStringLiteral("^<?xml-stylesheet href='a.css'?>\n") + svgTitle(QString()),
         "external", "the style sheet is left out");
+    row("style sheet beside brackets",
+        QStringLiteral("^<?xml-stylesheet href='a.css' title='<b>'?>\n") + svgTitle(QString()),
+        "external", "the style sheet is left out");
     content("picture of another kind",
             "<image ^xlink:href='data:image/gif;base64,R0lGODlhAQABAA=='/>", "picture",
             "it is no PNG or JPEG");

@@ -3,6 +3,8 @@
 
 #include "TitleMutator.h"
 
+#include <Scene/MarkupScanner_p.h>
+
 #include <array>
 
 namespace {
@@ -238,61 +240,29 @@ int nameEnd(const QByteArray &tag)
     return end;
 }
 
-/// Where a piece of markup ends: after its ">", which may stand in quotes in a tag.
-int tagEnd(const QByteArray &text, int start)
-{
-    const auto after = [&](const char *end) {
-        const int found = text.indexOf(end, start);
-        return found < 0 ? text.size() : found + int(qstrlen(end));
-    };
-    if (text.mid(start, 4) == "<!--")
-        return after("-->");
-    if (text.mid(start, 9) == "<![CDATA[")
-        return after("]]>");
-    if (text.mid(start, 2) == "<?")
-        return after("?>");
-    if (text.mid(start, 2) == "<!")
-        return text.indexOf('[', start) >= 0 && text.indexOf('[', start) < text.indexOf('>', start)
-                ? after("]>")
-                : after(">");
-    char quote = 0;
-    for (int i = start; i < text.size(); ++i) {
-        const char c = text.at(i);
-        if (quote)
-            quote = c == quote ? 0 : quote;
-        else if (c == '"' || c == '\'')
-            quote = c;
-        else if (c == '>')
-            return i + 1;
-    }
-    return text.size();
-}
-
 } // namespace
 
 TitleMutator::Tokens TitleMutator::tokens(const QByteArray &text)
 {
     Tokens result;
-    int i = 0;
-    while (i < text.size()) {
-        int end = text.indexOf('<', i);
-        if (end != i) {
-            end = end < 0 ? text.size() : end;
-            result.append({Token::Other, text.mid(i, end - i)});
-        } else {
-            end = tagEnd(text, i);
-            const QByteArray tag = text.mid(i, end - i);
-            Token::Kind kind = Token::Open;
-            if (tag.startsWith("<!") || tag.startsWith("<?"))
-                kind = Token::Other;
-            else if (tag.startsWith("</"))
-                kind = Token::Close;
-            else if (tag.endsWith("/>"))
-                kind = Token::Empty;
-            result.append({kind, tag});
-        }
-        i = end;
+    int at = 0;
+    const auto appendOther = [&](int end) {
+        if (end > at)
+            result.append({Token::Other, text.mid(at, end - at)});
+    };
+    MarkupScanner markup(view(text));
+    while (markup.next()) {
+        appendOther(markup.begin());
+        at = markup.end();
+        const QByteArray piece = text.mid(markup.begin(), at - markup.begin());
+        Token::Kind kind = Token::Other;
+        if (markup.kind() == MarkupScanner::Kind::EndTag)
+            kind = Token::Close;
+        else if (markup.kind() == MarkupScanner::Kind::StartTag)
+            kind = piece.endsWith("/>") ? Token::Empty : Token::Open;
+        result.append({kind, piece});
     }
+    appendOther(text.size());
     return result;
 }
 

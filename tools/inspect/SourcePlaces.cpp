@@ -3,6 +3,8 @@
 
 #include "SourcePlaces.h"
 
+#include <Scene/MarkupScanner_p.h>
+
 #include <QHash>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
@@ -36,34 +38,23 @@ private:
     std::vector<int> m_starts{0};
 };
 
-bool isNameEnd(QChar c)
-{
-    return c.isSpace() || c == QLatin1Char('=') || c == QLatin1Char('/') || c == QLatin1Char('>');
-}
-
 // The offsets of the attributes' names in a start tag that begins at `start`.
 QHash<QString, int> attributeOffsets(const QString &text, int start, int end)
 {
     QHash<QString, int> offsets;
-    int at = start + 1;
-    while (at < end && !isNameEnd(text.at(at)))
-        ++at;
-    while (true) {
-        while (at < end && text.at(at).isSpace())
-            ++at;
-        const int name = at;
-        while (at < end && !isNameEnd(text.at(at)))
-            ++at;
-        if (at == name)
-            return offsets;
-        offsets.insert(text.mid(name, at - name), name);
-        while (at < end && text.at(at) != QLatin1Char('"') && text.at(at) != QLatin1Char('\''))
-            ++at;
-        const int value = text.indexOf(at < end ? text.at(at) : QLatin1Char('"'), at + 1);
-        if (value < 0 || value >= end)
-            return offsets;
-        at = value + 1;
+    const QByteArray tag = text.mid(start, end - start).toUtf8();
+    MarkupScanner markup(view(tag));
+    if (!markup.next())
+        return offsets;
+    int offset = start;
+    int counted = 0;
+    for (AttributeScanner attribute(view(tag), markup); attribute.next();) {
+        offset += QString::fromUtf8(tag.constData() + counted, attribute.begin() - counted).size();
+        counted = attribute.begin();
+        const std::string_view name = attribute.name();
+        offsets.insert(QString::fromUtf8(name.data(), int(name.size())), offset);
     }
+    return offsets;
 }
 
 bool isTextElement(const QString &name)
@@ -137,12 +128,12 @@ private:
                     {m_reader.name().toString(), placeOfLast(QLatin1Char('&'))});
             break;
         case QXmlStreamReader::DTD:
-            m_result.m_documentType = m_lines.placeOf(std::max(
-                    m_text.indexOf(QLatin1String("<!DOCTYPE"), std::max(before - 1, 0)), 0));
+            m_result.m_documentType = placeOfNext(QLatin1String("<!DOCTYPE"), before);
             break;
         case QXmlStreamReader::ProcessingInstruction:
             if (m_reader.processingInstructionTarget() == QLatin1String("xml-stylesheet"))
-                m_result.m_styleInstructions.push_back(placeOfLast(QLatin1Char('<')));
+                m_result.m_styleInstructions.push_back(
+                        placeOfNext(QLatin1String("<?xml-stylesheet"), before));
             break;
         case QXmlStreamReader::EndDocument:
             m_isDone = true;
@@ -155,6 +146,12 @@ private:
     Place placeOfLast(QChar c) const
     {
         return m_lines.placeOf(std::max(m_text.lastIndexOf(c, offset() - 1), 0));
+    }
+
+    // The reader may have read a character ahead.
+    Place placeOfNext(QLatin1String token, int before) const
+    {
+        return m_lines.placeOf(std::max(m_text.indexOf(token, std::max(before - 1, 0)), 0));
     }
 
     // A tag holds no other "<", so the last one is its start.
