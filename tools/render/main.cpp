@@ -9,7 +9,8 @@
 #include "Output.h"
 #include "Process.h"
 #include "Reporter.h"
-#include "Signals.h"
+#include "SafeFile.h"
+#include "StandardOutput.h"
 #include "Title.h"
 #include "TitleText.h"
 #include "WorkerPool.h"
@@ -17,7 +18,6 @@
 #include <QDir>
 #include <QGuiApplication>
 
-#include <cstdio>
 #include <memory>
 
 namespace {
@@ -101,10 +101,10 @@ int run(const Options &options, int argc, char **argv)
     try {
         switch (options.task) {
         case Options::Task::ShowHelp:
-            std::fputs(Options::helpText().toLocal8Bit().constData(), stdout);
+            writeToStandardOutput(Options::helpText().toLocal8Bit());
             break;
         case Options::Task::ShowVersion:
-            std::fputs("titlescene-render " TITLESCENE_VERSION "\n", stdout);
+            writeToStandardOutput("titlescene-render " TITLESCENE_VERSION "\n");
             break;
         case Options::Task::Render:
             render(options, *reporter);
@@ -121,7 +121,6 @@ int run(const Options &options, int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    reportWriteSignalsAsErrors();
     prepareProcess(QStringLiteral("titlescene-render"), QStringLiteral(TITLESCENE_VERSION));
     try {
         return run(Options::fromArguments(argumentList(argc, argv)), argc, argv);
