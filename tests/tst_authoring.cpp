@@ -348,6 +348,8 @@ const std::vector<PictureRow> pictureRows{
         {"text-family-list.svg", "text-family-unknown.svg", true},
         {"text-family-list.svg", "text-family.svg", false},
         {"text-family-quoted.svg", "text-family.svg", true},
+        {"text-family-rule.svg", "text-family-unknown.svg", true},
+        {"text-family-rule-quoted.svg", "text-family.svg", true},
         {"text-spans.svg", "text-apart.svg", true},
         {"text-span-after.svg", "text.svg", true},
         {"text-span-moved.svg", "text.svg", true},

@@ -2,16 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
 #include "EditorSession.h"
+#include "FullDisk.h"
 #include "TitleTest.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
-
-#include <csignal>
-
-#include <sys/resource.h>
 
 namespace {
 
@@ -37,31 +34,6 @@ QByteArray content(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
-
-//! No file grows beyond this while it lives: a disk that is full.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    Q_DISABLE_COPY(FileSizeLimit)
-
-    void (*m_handler)(int);
-    rlimit m_before;
-};
 
 } // namespace
 

@@ -3,8 +3,10 @@
 
 #include "PngExport.h"
 
+#include <Failure.h>
+#include <SafeFile.h>
+
 #include <QDir>
-#include <QSaveFile>
 #include <QTimer>
 
 PngExport::PngExport(const Project &project, const QString &folder, QObject *parent)
@@ -43,9 +45,12 @@ void PngExport::writeNext()
     if (!m_running)
         return;
     const QString path = QDir(m_folder).filePath(fileName(m_next));
-    if (!write(m_compositor.frame(m_next * frameLength), path)) {
+    try {
+        writePng(path, m_compositor.frame(m_next * frameLength));
+    } catch (const Failure &failure) {
         m_running = false;
-        Q_EMIT failed(QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), m_error));
+        Q_EMIT failed(
+                QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), failure.reason()));
         return;
     }
     ++m_next;
@@ -58,13 +63,4 @@ void PngExport::writeNext()
     }
     m_running = false;
     Q_EMIT finished();
-}
-
-bool PngExport::write(const QImage &image, const QString &path)
-{
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit())
-        return true;
-    m_error = file.errorString();
-    return false;
 }

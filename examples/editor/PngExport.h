@@ -38,11 +38,9 @@ Q_SIGNALS:
 
 private:
     void writeNext();
-    bool write(const QImage &image, const QString &path);
 
     Compositor m_compositor;
     QString m_folder;
-    QString m_error;
     int m_frameCount;
     int m_next = 0;
     bool m_running = false;

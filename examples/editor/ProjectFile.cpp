@@ -3,15 +3,16 @@
 
 #include "ProjectFile.h"
 
+#include <Failure.h>
+#include <SafeFile.h>
+
 #include <Scene/SvgDocument.h>
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 #include <QTextDocument>
 #include <QTextFrame>
 
@@ -187,13 +188,6 @@ QJsonObject toObject(const Title &title)
     return object;
 }
 
-/// A device or a pipe would be replaced by a file otherwise.
-bool canBeReplaced(const QString &path)
-{
-    const QFileInfo info(path);
-    return !info.exists() || info.isFile();
-}
-
 } // namespace
 
 QByteArray toJson(const Project &project)
@@ -239,22 +233,11 @@ std::optional<Project> readProject(const QString &path, QString *error)
 
 bool writeProject(const Project &project, const QString &path, QString *error)
 {
-    if (!canBeReplaced(path)) {
-        *error = tr("Only a file can be written to.");
+    try {
+        writeFile(path, toJson(project));
+    } catch (const Failure &failure) {
+        *error = failure.reason();
         return false;
     }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        *error = file.errorString();
-        return false;
-    }
-    const QByteArray json = toJson(project);
-    if (file.write(json) != json.size()) { // commit() takes a part for the whole
-        *error = tr("There is not enough room for the file.");
-        return false;
-    }
-    const bool isWritten = file.commit();
-    if (!isWritten)
-        *error = file.errorString();
-    return isWritten;
+    return true;
 }

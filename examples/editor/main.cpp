@@ -4,9 +4,14 @@
 #include "MainWindow.h"
 #include "TemplateList.h"
 
+#include <Failure.h>
+#include <SafeFile.h>
+#include <Signals.h>
+
 #include <QApplication>
 #include <QCommandLineParser>
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -16,8 +21,13 @@ void takeScreenshot(MainWindow *window, const QString &path)
 {
     const auto *templates = window->findChild<TemplateList *>();
     QObject::connect(templates, &TemplateList::loaded, window, [window, path] {
-        const bool isSaved = window->grab().save(path);
-        QApplication::exit(isSaved ? EXIT_SUCCESS : EXIT_FAILURE);
+        try {
+            writePng(path, window->grab().toImage());
+            QApplication::exit(EXIT_SUCCESS);
+        } catch (const Failure &failure) {
+            std::fputs(qPrintable(failure.message() + QLatin1Char('\n')), stderr);
+            QApplication::exit(EXIT_FAILURE);
+        }
     });
 }
 
@@ -25,6 +35,7 @@ void takeScreenshot(MainWindow *window, const QString &path)
 
 int main(int argc, char *argv[])
 {
+    reportWriteSignalsAsErrors();
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("titlescene-editor"));

@@ -14,7 +14,8 @@ public:
 
     // A failure to read, draw or write `subject` (a file name, most often).
     Failure(const QString &subject, const QString &reason)
-        : m_message(QStringLiteral("%1: %2").arg(subject, reason)), m_code(NotRendered)
+        : m_message(QStringLiteral("%1: %2").arg(subject, reason)), m_reason(reason),
+          m_code(NotRendered)
     {
     }
 
@@ -25,11 +26,15 @@ public:
     static Failure usage(const QString &message) { return Failure(message, WrongUsage); }
 
     QString message() const { return m_message; }
+    QString reason() const { return m_reason; } // without the subject
     Code code() const { return m_code; }
 
 private:
-    Failure(const QString &message, Code code) : m_message(message), m_code(code) {}
+    Failure(const QString &message, Code code) : m_message(message), m_reason(message), m_code(code)
+    {
+    }
 
     QString m_message;
+    QString m_reason;
     Code m_code;
 };

@@ -3,8 +3,15 @@
 
 #include "Process.h"
 
+#include "Signals.h"
+
 #include <QCoreApplication>
 #include <QTextCodec>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -17,10 +24,24 @@ void readFileNamesAsUtf8InPlainLocale()
 #endif
 }
 
+// A file that is opened would otherwise take the place of a standard stream that is closed, and get
+// what is meant for that. What takes it here can't be read or written, like what is closed.
+void keepPlacesOfClosedStreams()
+{
+#ifdef Q_OS_UNIX
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0)
+            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+#endif
+}
+
 } // namespace
 
 void prepareProcess(const QString &name, const QString &version)
 {
+    keepPlacesOfClosedStreams();
+    reportWriteSignalsAsErrors();
     readFileNamesAsUtf8InPlainLocale();
 
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))

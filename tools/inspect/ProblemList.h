@@ -50,4 +50,5 @@ const std::vector<Check> &drawingChecks();
 const std::vector<Check> &styleChecks();
 const std::vector<Check> &paintChecks();
 const std::vector<Check> &textChecks();
+const std::vector<Check> &fontChecks();
 const std::vector<Check> &documentChecks();

@@ -37,7 +37,7 @@ std::vector<Problem> problemsOf(const Understood &title)
 {
     ProblemList problems;
     for (const auto &checks : {timingChecks(), valueChecks(), styleChecks(), paintChecks(),
-                               textChecks(), drawingChecks(), documentChecks()}) {
+                               textChecks(), fontChecks(), drawingChecks(), documentChecks()}) {
         for (const Check check : checks)
             check(title, problems);
     }

@@ -6,6 +6,8 @@
 #include "Options.h"
 #include "Problems.h"
 #include "Process.h"
+#include "SafeFile.h"
+#include "StandardOutput.h"
 #include "TextReport.h"
 #include "TimelinePlot.h"
 #include "TitleText.h"
@@ -13,24 +15,18 @@
 
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QSaveFile>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 
 namespace {
 
 enum ExitCode { Clean = 0, HasWarnings = 1, Unreadable = 2 };
 
-void print(const QString &text, FILE *file)
-{
-    std::fputs(text.toUtf8().constData(), file);
-}
-
 void printFailure(const QString &message)
 {
-    print(QStringLiteral("titlescene-inspect: %1\n").arg(message), stderr);
+    std::fputs(QStringLiteral("titlescene-inspect: %1\n").arg(message).toUtf8().constData(),
+               stderr);
 }
 
 // What the renderer says of a text is said here with its place; what ends the process is not.
@@ -46,19 +42,11 @@ ExitCode exitCodeFor(const std::vector<Problem> &problems, bool isStrict)
     return hasWarnings || (isStrict && !problems.empty()) ? HasWarnings : Clean;
 }
 
-void writeFile(const QString &name, const QByteArray &bytes)
+QString textFor(const Understood &title, const std::vector<Problem> &problems, bool isQuiet)
 {
-    QSaveFile file(name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw Failure(name, file.errorString());
-}
-
-void printText(const Understood &title, const std::vector<Problem> &problems, bool isQuiet)
-{
-    if (!isQuiet)
-        print(factsText(title), stdout);
-    if (!isQuiet || !problems.empty())
-        print(problemsText(title.name(), problems), stdout);
+    const QString facts = isQuiet ? QString() : factsText(title);
+    const bool isSilent = isQuiet && problems.empty();
+    return isSilent ? QString() : facts + problemsText(title.name(), problems);
 }
 
 // A picture in the place of the title would be the end of the title.
@@ -70,24 +58,28 @@ void refusePlotOver(const QString &title, const QString &plot)
         throw Failure(plot, QStringLiteral("this is the title itself"));
 }
 
-void flushOutput()
+// What there is to say of a title.
+struct Report
 {
-    if (std::fflush(stdout) != 0 || std::ferror(stdout))
-        throw Failure(QStringLiteral("standard output"), qt_error_string(errno));
-}
+    QByteArray text; // for standard output
+    ExitCode exitCode = Clean;
+};
 
-ExitCode inspect(const QString &name, const Options &options)
+Report inspect(const QString &name, const Options &options)
 {
     refusePlotOver(name, options.plot);
     const Understood title(displayName(name), readTitleText(name));
     const std::vector<Problem> problems = problemsOf(title);
     if (!options.plot.isEmpty())
         writeFile(options.plot, timelinePlot(title));
-    if (options.json)
-        std::fputs(jsonReport(title, problems).constData(), stdout);
-    else
-        printText(title, problems, options.quiet);
-    return exitCodeFor(problems, options.strict);
+    return {options.json ? jsonReport(title, problems)
+                         : textFor(title, problems, options.quiet).toUtf8(),
+            exitCodeFor(problems, options.strict)};
+}
+
+Report failureReport(const QString &name, const QString &message, bool isJson)
+{
+    return {isJson ? jsonFailure(displayName(name), message) : QByteArray(), Unreadable};
 }
 
 // The worst exit code of all titles. One that can't be read does not keep the others from being
@@ -96,15 +88,15 @@ ExitCode inspectAll(const Options &options)
 {
     ExitCode worst = Clean;
     for (const QString &name : options.titles) {
+        Report report;
         try {
-            worst = std::max(worst, inspect(name, options));
+            report = inspect(name, options);
         } catch (const Failure &failure) {
             printFailure(failure.message());
-            if (options.json)
-                std::fputs(jsonFailure(displayName(name), failure.message()).constData(), stdout);
-            worst = Unreadable;
+            report = failureReport(name, failure.message(), options.json);
         }
-        flushOutput();
+        writeToStandardOutput(report.text);
+        worst = std::max(worst, report.exitCode);
     }
     return worst;
 }
@@ -113,10 +105,10 @@ ExitCode run(const Options &options)
 {
     switch (options.task) {
     case Options::Task::ShowHelp:
-        print(Options::helpText(), stdout);
+        writeToStandardOutput(Options::helpText().toUtf8());
         break;
     case Options::Task::ShowVersion:
-        print(QStringLiteral("titlescene-inspect " TITLESCENE_VERSION "\n"), stdout);
+        writeToStandardOutput("titlescene-inspect " TITLESCENE_VERSION "\n");
         break;
     case Options::Task::Inspect:
         return inspectAll(options);

@@ -70,6 +70,10 @@ struct OptionSet
             QStringLiteral("N")};
     QCommandLineOption quiet{QStringLiteral("quiet"),
                              QStringLiteral("No progress bar and no warnings.")};
+    QCommandLineOption strict{
+            QStringLiteral("strict"),
+            QStringLiteral(
+                    "Let warnings count as errors: of a title with warnings nothing is written.")};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
                             QStringLiteral("Show this help.")};
     QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
@@ -81,7 +85,7 @@ struct OptionSet
     {
         worker.setFlags(QCommandLineOption::HiddenFromHelp);
         parser.addOptions({output, fps, frames, at, size, background, color, contactSheet, raw,
-                           jobs, quiet, help, version, worker});
+                           jobs, quiet, strict, help, version, worker});
     }
 };
 
@@ -188,6 +192,7 @@ private:
         options.contactSheet = readName(m_set.contactSheet);
         options.raw = isSet(m_set.raw);
         options.quiet = isSet(m_set.quiet);
+        options.strict = isSet(m_set.strict);
         options.worker = isSet(m_set.worker);
         if (options.outputFolder.isEmpty() && options.contactSheet.isEmpty() && !options.raw) {
             throw Failure::usage(QStringLiteral(

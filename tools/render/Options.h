@@ -25,6 +25,7 @@ struct Options
     QString contactSheet; // empty: none
     bool raw = false;
     bool quiet = false;
+    bool strict = false;
     bool worker = false; // renders a part of another process's run
 
     FrameRate rate = *FrameRate::fromText(QStringLiteral("25"));

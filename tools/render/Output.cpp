@@ -5,31 +5,15 @@
 
 #include "Failure.h"
 #include "Signals.h"
+#include "StandardOutput.h"
 
-#include <QBuffer>
-#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
-#include <QImageWriter>
-#include <QSaveFile>
 #include <QtEndian>
 
-#include <cerrno>
-#include <cstdio>
-
-namespace {
-
-QByteArray encodePng(const QString &path, const QImage &image)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, "png");
-    if (!writer.write(image))
-        throw Failure(path, writer.errorString());
-    return buffer.data();
-}
-
-} // namespace
+#include <filesystem>
+#include <system_error>
 
 void makeFolder(const QString &folder)
 {
@@ -38,27 +22,10 @@ void makeFolder(const QString &folder)
         return;
     if (info.exists())
         throw Failure(folder, QStringLiteral("is a file, not a folder"));
-    if (!QDir().mkpath(folder))
-        throw Failure(folder, QStringLiteral("the folder cannot be made"));
-}
-
-void writePng(const QString &path, const QImage &image)
-{
-    // Replacing a device by a file, as saving does, is never meant.
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile())
-        throw Failure(path, QStringLiteral("is not a regular file"));
-
-    const QByteArray bytes = encodePng(path, image);
-
-    // An interruption waits until the temporary file is gone: renamed, or removed after an error.
-    const SignalHold hold;
-    // Flushed by hand, since commit() overlooks an error in writing out what is buffered.
-    QSaveFile file(path);
-    const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size()
-            && file.flush() && file.commit();
-    if (!isWritten)
-        throw Failure(path, file.errorString());
+    std::error_code error;
+    std::filesystem::create_directories(QFile::encodeName(folder).toStdString(), error);
+    if (error)
+        throw Failure(folder, QString::fromStdString(error.message()));
 }
 
 RawOutput::RawOutput()
@@ -75,7 +42,5 @@ void RawOutput::write(QImage image)
     const qsizetype count = qsizetype(image.width()) * image.height();
     qToLittleEndian<quint32>(pixels, count, pixels);
 
-    const size_t size = size_t(image.sizeInBytes());
-    if (std::fwrite(pixels, 1, size, stdout) != size || std::fflush(stdout) != 0)
-        throw Failure(QStringLiteral("standard output"), qt_error_string(errno));
+    writeToStandardOutput(reinterpret_cast<const char *>(pixels), image.sizeInBytes());
 }

@@ -10,10 +10,6 @@ class QImage;
 // Makes the folder unless it is there. Throws a Failure when that is not possible.
 void makeFolder(const QString &folder);
 
-// Writes the picture as a PNG file that is complete or absent, whatever happens meanwhile. Throws
-// a Failure when it is absent.
-void writePng(const QString &path, const QImage &image);
-
 // Standard output as a sequence of raw pictures.
 class RawOutput
 {

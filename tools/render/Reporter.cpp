@@ -67,8 +67,14 @@ void Reporter::warning(const QString &text)
     showWarning(isLast ? QStringLiteral("further warnings are not shown") : line);
 }
 
-ConsoleReporter::ConsoleReporter(bool quiet)
-    : m_quiet(quiet), m_hasBar(!quiet && isTerminal(stderr))
+void Reporter::refuseWarnings() const
+{
+    if (m_isStrict && !m_warnings.isEmpty())
+        throw Failure::rendering(QStringLiteral("warnings count as errors, because of --strict"));
+}
+
+ConsoleReporter::ConsoleReporter(bool quiet, bool isStrict)
+    : Reporter(isStrict), m_quiet(quiet), m_hasBar(!quiet && isTerminal(stderr))
 {
 }
 
@@ -99,7 +105,7 @@ void ConsoleReporter::failure(const QString &message)
 
 void ConsoleReporter::showWarning(const QString &line)
 {
-    if (!m_quiet)
+    if (!m_quiet || isStrict())
         showLine(QStringLiteral("warning: %1").arg(line));
 }
 

@@ -11,6 +11,8 @@
 class Reporter
 {
 public:
+    // Strict: warnings count as errors.
+    explicit Reporter(bool isStrict) : m_isStrict(isStrict) {}
     virtual ~Reporter() = default;
 
     virtual void begin(qint64 pictures) = 0;
@@ -20,9 +22,16 @@ public:
     // Each distinct text is shown once, as one line of a reasonable length.
     void warning(const QString &text);
 
+    // Throws a Failure when there was a warning that counts as an error.
+    void refuseWarnings() const;
+
+protected:
+    bool isStrict() const { return m_isStrict; }
+
 private:
     virtual void showWarning(const QString &line) = 0;
 
+    bool m_isStrict;
     QSet<QString> m_warnings;
 };
 
@@ -30,7 +39,7 @@ private:
 class ConsoleReporter : public Reporter
 {
 public:
-    explicit ConsoleReporter(bool quiet);
+    ConsoleReporter(bool quiet, bool isStrict);
 
     void begin(qint64 pictures) override;
     void pictureDone() override;
@@ -54,6 +63,8 @@ private:
 class WorkerReporter : public Reporter
 {
 public:
+    WorkerReporter() : Reporter(false) {}
+
     void begin(qint64) override {}
     void pictureDone() override; // throws a Failure when nobody listens any more
     void failure(const QString &message) override;

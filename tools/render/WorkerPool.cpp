@@ -82,12 +82,22 @@ void WorkerPool::readMessages(QProcess *worker)
             m_reporter.pictureDone();
             break;
         case WorkerMessage::Warned:
-            m_reporter.warning(message.text);
+            takeWarning(message.text);
             break;
         case WorkerMessage::Failed:
             fail(message.text);
             break;
         }
+    }
+}
+
+void WorkerPool::takeWarning(const QString &text)
+{
+    m_reporter.warning(text);
+    try {
+        m_reporter.refuseWarnings();
+    } catch (const Failure &failure) {
+        fail(failure.message());
     }
 }
 

@@ -5,11 +5,14 @@
 #include "Failure.h"
 #include "FramePainter.h"
 #include "FrameSchedule.h"
+#include "MissingFonts.h"
 #include "Options.h"
 #include "Output.h"
 #include "Process.h"
 #include "Reporter.h"
-#include "Signals.h"
+#include "SafeFile.h"
+#include "SourcePlaces.h"
+#include "StandardOutput.h"
 #include "Title.h"
 #include "TitleText.h"
 #include "WorkerPool.h"
@@ -17,7 +20,6 @@
 #include <QDir>
 #include <QGuiApplication>
 
-#include <cstdio>
 #include <memory>
 
 namespace {
@@ -40,20 +42,39 @@ FrameSchedule scheduleFor(const Options &options, const Title &title)
                          {options.frames->first, qMin(options.frames->last, lastFrame)});
 }
 
+void warnOfMissingFonts(const QString &titleText, Reporter &reporter)
+{
+    for (const MissingFont &font : missingFonts(SourcePlaces(titleText)))
+        reporter.warning(font.reason());
+}
+
 void writeFrames(const FramePainter &painter, const FrameSchedule &schedule, const QString &folder,
                  Reporter &reporter)
 {
     const QDir directory(folder);
     for (qint64 i = 0; i < schedule.count(); ++i) {
-        writePng(directory.filePath(schedule.fileNameOf(i)), painter.paint(schedule.timeOf(i)));
+        const QImage picture = painter.paint(schedule.timeOf(i));
+        reporter.refuseWarnings();
+        writePng(directory.filePath(schedule.fileNameOf(i)), picture);
         reporter.pictureDone();
     }
 }
 
-void writeRaw(const FramePainter &painter, const FrameSchedule &schedule, RawOutput &output)
+void writeRaw(const FramePainter &painter, const FrameSchedule &schedule, RawOutput &output,
+              const Reporter &reporter)
 {
-    for (qint64 i = 0; i < schedule.count(); ++i)
-        output.write(painter.paint(schedule.timeOf(i)));
+    for (qint64 i = 0; i < schedule.count(); ++i) {
+        const QImage picture = painter.paint(schedule.timeOf(i));
+        reporter.refuseWarnings();
+        output.write(picture);
+    }
+}
+
+void writeContactSheet(const ContactSheet &sheet, const QString &path, Reporter &reporter)
+{
+    const QImage picture = sheet.paint(reporter);
+    reporter.refuseWarnings();
+    writePng(path, picture);
 }
 
 void render(const Options &options, Reporter &reporter)
@@ -62,6 +83,9 @@ void render(const Options &options, Reporter &reporter)
 
     const QString text = readTitleText(options.title);
     Title title(displayName(options.title), text, options.color);
+    if (!options.worker)
+        warnOfMissingFonts(text, reporter);
+    reporter.refuseWarnings();
     const FrameSchedule schedule = scheduleFor(options, title);
     const QSize canvas = options.size.isValid() ? options.size : title.size();
     const FramePainter painter(title, canvas, options.background);
@@ -73,7 +97,7 @@ void render(const Options &options, Reporter &reporter)
         reporter.begin((hasFrames ? schedule.count() : 0) + (hasSheet ? sheet.pictureCount() : 0));
 
     if (rawOutput)
-        writeRaw(painter, schedule, *rawOutput);
+        writeRaw(painter, schedule, *rawOutput, reporter);
     if (hasFrames) {
         makeFolder(options.outputFolder);
         if (options.jobs > 1)
@@ -82,14 +106,14 @@ void render(const Options &options, Reporter &reporter)
             writeFrames(painter, schedule, options.outputFolder, reporter);
     }
     if (hasSheet)
-        writePng(options.contactSheet, sheet.paint(reporter));
+        writeContactSheet(sheet, options.contactSheet, reporter);
 }
 
 std::unique_ptr<Reporter> reporterFor(const Options &options)
 {
     if (options.worker)
         return std::make_unique<WorkerReporter>();
-    return std::make_unique<ConsoleReporter>(options.quiet);
+    return std::make_unique<ConsoleReporter>(options.quiet, options.strict);
 }
 
 int run(const Options &options, int argc, char **argv)
@@ -101,10 +125,10 @@ int run(const Options &options, int argc, char **argv)
     try {
         switch (options.task) {
         case Options::Task::ShowHelp:
-            std::fputs(Options::helpText().toLocal8Bit().constData(), stdout);
+            writeToStandardOutput(Options::helpText().toLocal8Bit());
             break;
         case Options::Task::ShowVersion:
-            std::fputs("titlescene-render " TITLESCENE_VERSION "\n", stdout);
+            writeToStandardOutput("titlescene-render " TITLESCENE_VERSION "\n");
             break;
         case Options::Task::Render:
             render(options, *reporter);
@@ -121,13 +145,12 @@ int run(const Options &options, int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    reportWriteSignalsAsErrors();
     prepareProcess(QStringLiteral("titlescene-render"), QStringLiteral(TITLESCENE_VERSION));
     try {
         return run(Options::fromArguments(argumentList(argc, argv)), argc, argv);
     } catch (const Failure &failure) {
-        ConsoleReporter(true).failure(failure.message()
-                                      + QStringLiteral(" (see titlescene-render --help)"));
+        ConsoleReporter(true, false)
+                .failure(failure.message() + QStringLiteral(" (see titlescene-render --help)"));
         return failure.code();
     }
 }
