@@ -87,7 +87,8 @@ void RotateDecorator::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
     }
     const QPointF centre = transformOriginPoint();
     const QPointF handle = m_rotateHandle->mapToParent(m_rotateHandle->boundingRect().center());
-    const qreal mouseDirection = directionOf(mapToScene(event->pos()) - mapToScene(centre));
+    // Both as the parent item sees them, whose own turns and scales are none of the frame's.
+    const qreal mouseDirection = directionOf(mapToParent(event->pos()) - mapToParent(centre));
     const qreal handleDirection = directionOf(transform().map(handle - centre));
     m_rotated = true;
     event->accept();

@@ -8,7 +8,9 @@
 /// A frame with one handle above the decorated item that a user drags to turn it.
 ///
 /// The item turns about its centre, by whole and broken degrees as the mouse goes; the angle is not
-/// brought into a range.
+/// brought into a range. The handle points to the mouse however the frame's parent items are
+/// turned, mirrored, scaled or sheared. It does so only as long as the frame's own transform keeps
+/// angles: where that mirrors, say, the item turns against the mouse.
 ///
 /// \ingroup decorators
 class TITLESCENE_EXPORT RotateDecorator : public AbstractDecorator
