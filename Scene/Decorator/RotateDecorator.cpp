@@ -68,15 +68,28 @@ void RotateDecorator::updateDecoration()
     Q_EMIT decorationChanged();
 }
 
+bool RotateDecorator::isHandleUnderMouse() const
+{
+    return m_rotateHandle && m_rotateHandle->isUnderMouse();
+}
+
 void RotateDecorator::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
-    m_rotating = m_rotateHandle && m_rotateHandle->isUnderMouse();
+    m_rotating = isHandleUnderMouse();
     if (!m_rotating) {
         AbstractDecorator::mousePressEvent(event);
         return;
     }
     updateTransformCenter();
     event->accept();
+}
+
+void RotateDecorator::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (isHandleUnderMouse())
+        mousePressEvent(event);
+    else
+        AbstractDecorator::mouseDoubleClickEvent(event);
 }
 
 void RotateDecorator::mouseMoveEvent(QGraphicsSceneMouseEvent *event)

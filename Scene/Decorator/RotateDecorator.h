@@ -50,6 +50,9 @@ protected:
     /// Begins a drag of the handle when it is below the cursor, or of the frame.
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
 
+    /// Begins the child's edit mode; on the handle it is one more press.
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+
     /// Turns the decorator so that the handle points to the mouse.
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
 
@@ -60,6 +63,8 @@ protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
+    bool isHandleUnderMouse() const;
+
     QGraphicsItem *m_rotateHandle = nullptr; // a child item; null without a handle
     bool m_rotating = false;
     bool m_rotated = false;
