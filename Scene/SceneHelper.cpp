@@ -7,6 +7,7 @@
 
 #include <QGraphicsObject>
 #include <QGraphicsScene>
+#include <QSet>
 
 #include <algorithm>
 
@@ -41,11 +42,15 @@ QGraphicsScene *SceneHelper::scene()
 
 bool SceneHelper::hasItems() const
 {
-    const bool anyObject = std::any_of(m_objects.begin(), m_objects.end(),
-                                       [](const QGraphicsObject *object) { return object; });
-    if (anyObject || m_plainItems.isEmpty() || !m_scene)
-        return anyObject;
-    return itemsOn(*m_scene).intersects(m_plainItems);
+    const auto isLivingObject = [](const Added &added) { return !added.object.isNull(); };
+    if (std::any_of(m_added.begin(), m_added.end(), isLivingObject))
+        return true;
+    const QSet<QGraphicsItem *> onScene = m_scene ? itemsOn(*m_scene) : QSet<QGraphicsItem *>();
+    for (auto it = m_added.begin(); it != m_added.end(); ++it) {
+        if (!it->isObject && onScene.contains(it.key()))
+            return true;
+    }
+    return false;
 }
 
 SceneHelper::Time SceneHelper::sceneTime() const
@@ -90,17 +95,24 @@ void SceneHelper::clear()
 {
     if (!m_scene)
         return;
-    const QHash<QGraphicsItem *, QPointer<QGraphicsObject>> objects = m_objects;
-    for (const QPointer<QGraphicsObject> &object : objects) {
-        if (object && isAdded(object)) {
-            takeOffScene(object);
-            forget(object);
+    QSet<QGraphicsItem *> onScene; // asked again after each object, which may take others with it
+    const QVector<QGraphicsItem *> items = inOrder();
+    for (QGraphicsItem *item : items) {
+        const auto added = m_added.constFind(item);
+        if (added == m_added.constEnd())
+            continue;
+        if (added->isObject) {
+            onScene.clear();
+            if (added->object)
+                takeOffScene(item);
+        } else {
+            if (onScene.isEmpty() && m_scene)
+                onScene = itemsOn(*m_scene);
+            if (onScene.contains(item))
+                takeOffScene(item);
         }
+        forget(item);
     }
-    const QSet<QGraphicsItem *> plainItemsOnScene = itemsOn(*m_scene).intersect(m_plainItems);
-    for (QGraphicsItem *item : plainItemsOnScene)
-        takeOffScene(item);
-    m_plainItems.clear();
     Q_EMIT sceneCleared();
 }
 
@@ -136,9 +148,9 @@ void SceneHelper::setViewScale(qreal s)
     m_viewScale = s;
     // A copy, since the slots that are called may add, remove or delete items. They may also set
     // another scale, which holds for the items still to come.
-    const QHash<QGraphicsItem *, QPointer<QGraphicsObject>> objects = m_objects;
-    for (const QPointer<QGraphicsObject> &object : objects) {
-        if (object && isAdded(object))
+    const QVector<QGraphicsItem *> items = inOrder();
+    for (QGraphicsItem *item : items) {
+        if (QGraphicsObject *object = m_added.value(item).object)
             setItemViewScale(object, m_viewScale);
     }
 }
@@ -156,27 +168,37 @@ QObject *SceneHelper::stylingObject()
 /// An object that is being deleted does not count; nothing of it but its address is looked at.
 bool SceneHelper::isAdded(QGraphicsItem *item) const
 {
-    const auto object = m_objects.constFind(item);
-    if (object != m_objects.constEnd())
-        return !object->isNull();
-    return m_plainItems.contains(item) && !item->toGraphicsObject();
+    const auto added = m_added.constFind(item);
+    if (added == m_added.constEnd())
+        return false;
+    return added->isObject ? !added->object.isNull() : !item->toGraphicsObject();
+}
+
+/// Some may be gone.
+QVector<QGraphicsItem *> SceneHelper::inOrder() const
+{
+    QVector<QGraphicsItem *> items;
+    items.reserve(m_added.size());
+    for (auto it = m_added.begin(); it != m_added.end(); ++it)
+        items.append(it.key());
+    std::sort(items.begin(), items.end(), [this](QGraphicsItem *a, QGraphicsItem *b) {
+        return m_added.constFind(a)->turn < m_added.constFind(b)->turn;
+    });
+    return items;
 }
 
 void SceneHelper::remember(QGraphicsItem *item)
 {
     forget(item); // or what was at its address before it
-    if (QGraphicsObject *object = item->toGraphicsObject()) {
-        m_objects.insert(item, object);
-        connect(object, &QObject::destroyed, &m_watch, [this, item] { m_objects.remove(item); });
-    } else {
-        m_plainItems.insert(item);
-    }
+    QGraphicsObject *object = item->toGraphicsObject();
+    m_added.insert(item, {object, object != nullptr, ++m_turns});
+    if (object)
+        connect(object, &QObject::destroyed, &m_watch, [this, item] { m_added.remove(item); });
 }
 
 void SceneHelper::forget(QGraphicsItem *item)
 {
-    m_plainItems.remove(item);
-    if (QGraphicsObject *object = m_objects.take(item))
+    if (QGraphicsObject *object = m_added.take(item).object)
         disconnect(object, &QObject::destroyed, &m_watch, nullptr);
 }
 

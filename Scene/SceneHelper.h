@@ -9,7 +9,7 @@
 #include <QObject>
 #include <QPixmap>
 #include <QPointer>
-#include <QSet>
+#include <QVector>
 
 class QGraphicsItem;
 class QGraphicsObject;
@@ -78,8 +78,13 @@ public Q_SLOTS:
     /// that was not added here is ignored.
     void removeItem(QGraphicsItem *item);
 
-    /// Takes all added items off the scene; none is deleted, the caller owns them again. Emits
-    /// sceneCleared() and no itemRemoved().
+    /// Takes all added items off the scene, in the order in which they were added last; none is
+    /// deleted. Emits sceneCleared() and no itemRemoved().
+    ///
+    /// The caller owns them again, each with the items below it. Where an item and its parent item
+    /// were both added, the order tells what becomes of them: an item that was added before its
+    /// parent, such as a title that was put into a frame later, comes out of it and is the
+    /// caller's by itself. One that was added after its parent stays in it and is deleted with it.
     void clear();
 
     /// Hides \a item, emits itemRemoved(), and deletes it when control returns to the event loop.
@@ -104,7 +109,15 @@ public Q_SLOTS:
     QObject *stylingObject();
 
 private:
+    struct Added
+    {
+        QPointer<QGraphicsObject> object; // null for an item that is none
+        bool isObject;
+        quint64 turn; // that of an earlier one is less
+    };
+
     bool isAdded(QGraphicsItem *item) const;
+    QVector<QGraphicsItem *> inOrder() const;
     void remember(QGraphicsItem *item);
     void forget(QGraphicsItem *item);
     void takeOffScene(QGraphicsItem *item);
@@ -112,10 +125,10 @@ private:
     Time m_sceneTime = 0;
     qreal m_viewScale = 1.0;
     QPointer<QGraphicsScene> m_scene;
-    // The items added. One that is no object can be deleted unnoticed, so its pointer is used only
-    // while the scene lists it, or when the caller brings it.
-    QHash<QGraphicsItem *, QPointer<QGraphicsObject>> m_objects;
-    QSet<QGraphicsItem *> m_plainItems;
+    // One that is no object can be deleted unnoticed, so its pointer is used only while the scene
+    // lists it, or when the caller brings it.
+    QHash<QGraphicsItem *, Added> m_added;
+    quint64 m_turns = 0;
     QPointer<QObject> m_stylingObject;
     QPixmap m_background;
     // Receives the destruction of objects. The last member, since it must go before the others.

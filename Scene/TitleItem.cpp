@@ -387,11 +387,6 @@ void TitleItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
     QGraphicsTextItem::paint(painter, option, widget);
     if (!m_stylingObject)
         return;
-    const FramePens pens = framePens(*m_stylingObject, m_highlighted, "strokeColor");
-    painter->save();
-    painter->setPen(pens.inner);
-    painter->drawRect(boundingRect());
-    painter->setPen(pens.outer);
-    painter->drawRect(boundingRect());
-    painter->restore();
+    drawFrame(painter, boundingRect(), framePens(*m_stylingObject, m_highlighted, "strokeColor"),
+              boundingRect(), widget);
 }

@@ -27,7 +27,11 @@ class QTextDocument;
 ///
 /// A styling object of the application's gives the pens of the frame by its dynamic properties
 /// "decoratorPen" and "strokeColor", or "decoratorSelectedPen" and "strokeSelectedPen" while the
-/// item is highlighted. Without one there is no frame.
+/// item is highlighted. Without one there is no frame. The pens are as wide as they say in the
+/// title's own units: make them cosmetic (QPen::setCosmetic()), and they are as wide at every scale
+/// and zoom. Half of their width is outside of the bounding rectangle. In a view, what is more than
+/// two pixels outside is left out, since the view would not repaint it (one pixel with
+/// QGraphicsView::DontAdjustForAntialiasing).
 ///
 /// \ingroup items
 class TITLESCENE_EXPORT TitleItem : public QGraphicsTextItem

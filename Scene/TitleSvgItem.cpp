@@ -61,7 +61,7 @@ int TitleSvgItem::type() const
     return Type;
 }
 
-void TitleSvgItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
+void TitleSvgItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *widget)
 {
     const ClipTiming timing{m_duration, m_document->animationDurationTotal(),
                             m_document->animationConclusionDuration(), m_animationSpeed};
@@ -71,7 +71,8 @@ void TitleSvgItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QW
     else
         paintDirectly(painter, ms);
     if (m_stylingObject)
-        paintFrame(painter);
+        drawFrame(painter, boundingRect().adjusted(1.0, 1.0, -1.0, -1.0),
+                  framePens(*m_stylingObject, m_highlight, "strokePen"), boundingRect(), widget);
 }
 
 void TitleSvgItem::paintDirectly(QPainter *painter, int ms)
@@ -110,18 +111,6 @@ bool TitleSvgItem::prepareImage()
         m_image.reset(new QImage(saturatedInt(size.width()), saturatedInt(size.height()),
                                  QImage::Format_ARGB32_Premultiplied));
     return !m_image->isNull();
-}
-
-void TitleSvgItem::paintFrame(QPainter *painter)
-{
-    const FramePens pens = framePens(*m_stylingObject, m_highlight, "strokePen");
-    const QRectF frame = boundingRect().adjusted(1.0, 1.0, -1.0, -1.0);
-    painter->save();
-    painter->setPen(pens.inner);
-    painter->drawRects(&frame, 1);
-    painter->setPen(pens.outer);
-    painter->drawRects(&frame, 1);
-    painter->restore();
 }
 
 void TitleSvgItem::setSize(const QSizeF &size)

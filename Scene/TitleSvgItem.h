@@ -28,7 +28,12 @@ class SvgDocument;
 ///
 /// A styling object of the application's gives the pens of the selection frame by its dynamic
 /// properties "decoratorPen" and "strokePen", or "decoratorSelectedPen" and "strokeSelectedPen"
-/// while the item is highlighted. Without one there is no frame.
+/// while the item is highlighted. Without one there is no frame. The pens are as wide as they say
+/// in the title's own units, so a title that is scaled has a frame that is scaled: make them
+/// cosmetic (QPen::setCosmetic()), and they are as wide at every scale and zoom. The bounding
+/// rectangle does not count them: in a view, what a wide pen would draw more than two pixels
+/// outside of it is left out, since the view would not repaint it (one pixel with
+/// QGraphicsView::DontAdjustForAntialiasing).
 ///
 /// \ingroup items
 class TITLESCENE_EXPORT TitleSvgItem : public QGraphicsSvgItem
@@ -134,7 +139,6 @@ public Q_SLOTS:
 private:
     void paintDirectly(QPainter *painter, int ms);
     void paintByImage(QPainter *painter, int ms);
-    void paintFrame(QPainter *painter);
     bool prepareImage();
 
     QString m_svgText;

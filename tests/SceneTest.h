@@ -164,10 +164,16 @@ public:
 
     void doubleClick(const QPointF &scenePoint)
     {
+        doubleClickHeld(scenePoint);
+        release();
+    }
+
+    //! With the button still down at the end.
+    void doubleClickHeld(const QPointF &scenePoint)
+    {
         press(scenePoint);
         release();
         send(QEvent::MouseButtonDblClick, Qt::LeftButton, Qt::LeftButton);
-        release();
     }
 
     //! Where the mouse is on the scene.

@@ -205,6 +205,7 @@ void RotateDecoratorTest::follows_data()
             {"scaled", 1.0, QTransform::fromScale(2.0, 2.0)},
             {"scaled unevenly", 1.0, QTransform::fromScale(1.0, 2.0)},
             {"turned by the transform", 1.0, QTransform().rotate(30.0)},
+            {"mirrored", 1.0, QTransform::fromScale(-1.0, 1.0)},
     };
     struct Way
     {

@@ -50,7 +50,8 @@ public:
 
     /// An object of the application's whose dynamic properties hold the pens of the frame:
     /// "decoratorPen" and "strokePen", "decoratorSelectedPen" and "strokeSelectedPen" while
-    /// highlighted. Null when there is none.
+    /// highlighted. Null when there is none. Make the pens cosmetic (QPen::setCosmetic()): others
+    /// are scaled with the handles, and where the same object styles the titles, with these.
     QObject *stylingObject() const;
 
     /// Takes the pens from \a object, which is not owned and may be null, and repaints the frame.

@@ -134,16 +134,32 @@ void ResizeDecorator::detach(QGraphicsItem *handle)
     handle->hide();
 }
 
-void ResizeDecorator::mousePressEvent(QGraphicsSceneMouseEvent *event)
+Qt::WindowFrameSection ResizeDecorator::sectionUnderMouse() const
 {
     for (const auto &entry : m_handles) {
-        if (m_availableHandles.contains(entry.first) && entry.second->isUnderMouse()) {
-            m_activeSection = entry.first;
-            event->accept();
-            return;
-        }
+        if (m_availableHandles.contains(entry.first) && entry.second->isUnderMouse())
+            return entry.first;
     }
-    AbstractDecorator::mousePressEvent(event);
+    return Qt::NoSection;
+}
+
+void ResizeDecorator::mousePressEvent(QGraphicsSceneMouseEvent *event)
+{
+    const Qt::WindowFrameSection section = sectionUnderMouse();
+    if (section == Qt::NoSection) {
+        AbstractDecorator::mousePressEvent(event);
+        return;
+    }
+    m_activeSection = section;
+    event->accept();
+}
+
+void ResizeDecorator::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (sectionUnderMouse() == Qt::NoSection)
+        AbstractDecorator::mouseDoubleClickEvent(event);
+    else
+        mousePressEvent(event);
 }
 
 void ResizeDecorator::mouseMoveEvent(QGraphicsSceneMouseEvent *event)

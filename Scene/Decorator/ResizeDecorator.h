@@ -63,6 +63,9 @@ protected:
     /// Begins a drag of the handle below the cursor, or of the frame.
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
 
+    /// Begins the child's edit mode; on a handle it is one more press.
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+
     /// Sizes the child as far as the mouse has moved.
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
 
@@ -75,6 +78,7 @@ private:
     void createHandle(Qt::WindowFrameSection section);
     void attach(QGraphicsItem *handle);
     void detach(QGraphicsItem *handle);
+    Qt::WindowFrameSection sectionUnderMouse() const;
 
     // Owned, those out of the scene as well. A handle that others delete takes itself out.
     std::map<Qt::WindowFrameSection, Handle *> m_handles;

@@ -3,7 +3,7 @@
 
 #include "ResizeHandleItem.h"
 
-#include <QPainter>
+#include "../FramePens_p.h"
 
 ResizeHandleItem::ResizeHandleItem(const QRectF &rect, QGraphicsItem *parent)
     : QGraphicsRectItem(rect, parent)
@@ -22,12 +22,7 @@ void ResizeHandleItem::installInnerPen(const QPen &pen)
     m_innerPen = pen;
 }
 
-void ResizeHandleItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
+void ResizeHandleItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *widget)
 {
-    painter->save();
-    painter->setPen(m_innerPen);
-    painter->drawRect(boundingRect());
-    painter->setPen(m_pen);
-    painter->drawRect(boundingRect());
-    painter->restore();
+    drawFrame(painter, boundingRect(), {m_pen, m_innerPen}, boundingRect(), widget);
 }

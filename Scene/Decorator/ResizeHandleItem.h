@@ -10,6 +10,10 @@
 
 /// A rectangle that a user drags: drawn twice, with an inner and then an outer pen, and not filled.
 ///
+/// Half of the pens' width is outside of the bounding rectangle. In a view, what is more than two
+/// pixels outside is left out, since the view would not repaint it (one pixel with
+/// QGraphicsView::DontAdjustForAntialiasing).
+///
 /// \ingroup decorators
 class TITLESCENE_EXPORT ResizeHandleItem : public QGraphicsRectItem
 {

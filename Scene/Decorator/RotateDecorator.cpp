@@ -68,15 +68,28 @@ void RotateDecorator::updateDecoration()
     Q_EMIT decorationChanged();
 }
 
+bool RotateDecorator::isHandleUnderMouse() const
+{
+    return m_rotateHandle && m_rotateHandle->isUnderMouse();
+}
+
 void RotateDecorator::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
-    m_rotating = m_rotateHandle && m_rotateHandle->isUnderMouse();
+    m_rotating = isHandleUnderMouse();
     if (!m_rotating) {
         AbstractDecorator::mousePressEvent(event);
         return;
     }
     updateTransformCenter();
     event->accept();
+}
+
+void RotateDecorator::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (isHandleUnderMouse())
+        mousePressEvent(event);
+    else
+        AbstractDecorator::mouseDoubleClickEvent(event);
 }
 
 void RotateDecorator::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
@@ -87,7 +100,8 @@ void RotateDecorator::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
     }
     const QPointF centre = transformOriginPoint();
     const QPointF handle = m_rotateHandle->mapToParent(m_rotateHandle->boundingRect().center());
-    const qreal mouseDirection = directionOf(mapToScene(event->pos()) - mapToScene(centre));
+    // Both as the parent item sees them, whose own turns and scales are none of the frame's.
+    const qreal mouseDirection = directionOf(mapToParent(event->pos()) - mapToParent(centre));
     const qreal handleDirection = directionOf(transform().map(handle - centre));
     m_rotated = true;
     event->accept();

@@ -8,7 +8,9 @@
 /// A frame with one handle above the decorated item that a user drags to turn it.
 ///
 /// The item turns about its centre, by whole and broken degrees as the mouse goes; the angle is not
-/// brought into a range.
+/// brought into a range. The handle points to the mouse however the frame's parent items are
+/// turned, mirrored, scaled or sheared. It does so only as long as the frame's own transform keeps
+/// angles: where that mirrors, say, the item turns against the mouse.
 ///
 /// \ingroup decorators
 class TITLESCENE_EXPORT RotateDecorator : public AbstractDecorator
@@ -48,6 +50,9 @@ protected:
     /// Begins a drag of the handle when it is below the cursor, or of the frame.
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
 
+    /// Begins the child's edit mode; on the handle it is one more press.
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+
     /// Turns the decorator so that the handle points to the mouse.
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
 
@@ -58,6 +63,8 @@ protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
+    bool isHandleUnderMouse() const;
+
     QGraphicsItem *m_rotateHandle = nullptr; // a child item; null without a handle
     bool m_rotating = false;
     bool m_rotated = false;
