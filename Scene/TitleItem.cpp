@@ -4,11 +4,14 @@
 #include "TitleItem.h"
 
 #include "FramePens_p.h"
+#include "LayoutDevices_p.h"
 #include "TimeValue_p.h"
+#include "TitleDocument_p.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
 #include <QClipboard>
+#include <QGraphicsSceneHoverEvent>
 #include <QGraphicsSceneMouseEvent>
 #include <QInputMethod>
 #include <QKeyEvent>
@@ -133,61 +136,93 @@ void keepLook(QTextDocument *document, const QFont &newDefault)
         document->clearUndoRedoStacks();
 }
 
-/// The item's own document, whose text may come from strangers. Qt would read every file that a
-/// text names as a picture.
-class OwnDocument : public QTextDocument
-{
-public:
-    OwnDocument(QObject *parent, bool withUndo) : QTextDocument(parent)
-    {
-        setUndoRedoEnabled(withUndo);
-    }
-
-protected:
-    /// Asked for what the application has not given to the document.
-    QVariant loadResource(int type, const QUrl &) override
-    {
-        if (type != ImageResource)
-            return QVariant();
-        QImage nothing(1, 1, QImage::Format_ARGB32_Premultiplied);
-        nothing.fill(Qt::transparent);
-        return nothing;
-    }
-};
-
 } // namespace
 
 TitleItem::TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem *parent)
     : QGraphicsTextItem(parent), m_layoutImage(madeLayoutImage(size))
 {
     qRegisterMetaType<QTextCharFormat>();
-    const bool withUndo = QGraphicsTextItem::document()->isUndoRedoEnabled();
-    setDocument(document ? document : new OwnDocument(this, withUndo));
-    if (document) {
-        connect(document, &QObject::destroyed, this, [this] {
-            setDocument(new OwnDocument(this, true));
-            followDocument();
-        });
-    }
-    followDocument();
+    showDocument(document ? document : new TitleDocument(this));
     setFlags(ItemIsFocusable | ItemIsMovable | ItemIsSelectable);
     endEditing();
 }
 
 TitleItem::~TitleItem()
 {
-    QAbstractTextDocumentLayout *layout = document()->documentLayout();
-    if (layout->paintDevice() == &m_layoutImage)
-        layout->setPaintDevice(nullptr);
+    m_documentContext.reset();
+    if (m_document)
+        LayoutDevices::remove(*m_document, &m_layoutImage);
 }
 
-void TitleItem::followDocument()
+void TitleItem::setDocument(QTextDocument *document)
 {
-    connect(document(), &QTextDocument::contentsChanged, this, [this] { m_modified = true; });
-    QAbstractTextDocumentLayout *layout = document()->documentLayout();
-    connect(layout, &QAbstractTextDocumentLayout::documentSizeChanged, this,
-            &TitleItem::geometryChanged);
-    layout->setPaintDevice(&m_layoutImage);
+    if (document && document == m_document)
+        return;
+    const QPointer<TitleItem> guard(this);
+    QPointer<QTextDocument> next(document);
+    if (isEditable())
+        endEditing();
+    if (!guard || (next && next == m_document))
+        return;
+    if (!next)
+        next = new TitleDocument(this);
+    const QPointer<QTextDocument> replaced = m_document;
+    const QSizeF size = boundingRect().size();
+    showDocument(next);
+    m_modified = false;
+    if (replaced)
+        LayoutDevices::remove(*replaced, &m_layoutImage);
+    if (isOwn(replaced))
+        delete replaced;
+    if (boundingRect().size() != size)
+        Q_EMIT geometryChanged();
+}
+
+bool TitleItem::isOwn(const QTextDocument *document) const
+{
+    return dynamic_cast<const TitleDocument *>(document) && document->parent() == this;
+}
+
+/// What was shown before may be on its way out, so it is not touched.
+void TitleItem::showDocument(QTextDocument *document)
+{
+    m_document = document;
+    m_documentContext.reset();
+    LayoutDevices::add(*document, &m_layoutImage);
+    QGraphicsTextItem::setDocument(document);
+
+    m_documentContext = std::make_unique<QObject>();
+    QObject *context = m_documentContext.get();
+    connect(document, &QTextDocument::contentsChanged, context, [this] { m_modified = true; });
+    connect(document, &QTextDocument::documentLayoutChanged, context, [this] { followLayout(); });
+    connect(document, &QObject::destroyed, context, [this] { loseDocument(); });
+    followLayout();
+}
+
+void TitleItem::loseDocument()
+{
+    const QSizeF size = boundingRect().size();
+    showDocument(new TitleDocument(this));
+    forgetBlockUnderMouse();
+    if (boundingRect().size() != size)
+        Q_EMIT geometryChanged();
+}
+
+/// The base class keeps the block of a check box that the mouse is on, and asks for it later, also
+/// when its document is gone. In display mode it takes no notice of the mouse.
+void TitleItem::forgetBlockUnderMouse()
+{
+    QGraphicsSceneHoverEvent away(QEvent::GraphicsSceneHoverMove);
+    away.setPos(boundingRect().topLeft() - QPointF(100.0, 100.0));
+    QGraphicsTextItem::hoverMoveEvent(&away);
+}
+
+void TitleItem::followLayout()
+{
+    disconnect(m_sizeConnection);
+    m_sizeConnection =
+            connect(m_document->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged,
+                    m_documentContext.get(), [this] { Q_EMIT geometryChanged(); });
 }
 
 bool TitleItem::isEditable() const
@@ -227,6 +262,7 @@ void TitleItem::endEditing()
     finishComposing();
     // Taken first, since losing the focus comes back here.
     const bool wasModified = std::exchange(m_modified, false);
+    forgetBlockUnderMouse();
     setTextInteractionFlags(Qt::NoTextInteraction);
     clearFocus();
     if (wasModified)

@@ -11,16 +11,20 @@
 #include <QPointer>
 #include <QTextCharFormat>
 
+#include <memory>
+
 Q_DECLARE_METATYPE(QTextCharFormat)
 
 class QTextDocument;
 
 /// A rich text title on a graphics scene, edited in place.
 ///
-/// The item shows a QTextDocument, which it does not own unless it made it itself. It has two
-/// modes: display, where it can be moved and selected, and editing, where it has the focus and a
-/// text cursor. A double click begins editing, losing the focus ends it; what was changed is then
-/// reported by one contentEdited().
+/// The item shows a QTextDocument, which it does not own unless it made it itself: one of its own
+/// goes with the item, or when another is set. Document and item may be deleted in any order; an
+/// item whose document is deleted shows an empty one of its own. Several items may show one
+/// document. It has two modes: display, where it can be moved and selected, and editing, where it
+/// has the focus and a text cursor. A double click begins editing, losing the focus ends it; what
+/// was changed is then reported by one contentEdited().
 ///
 /// Fonts are measured at 96 dots per inch whatever the screen is, so that lines break at the same
 /// places on screens of different scale.
@@ -35,11 +39,16 @@ class TITLESCENE_EXPORT TitleItem : public QGraphicsTextItem
     Q_OBJECT
 
 public:
-    /// Shows \a document, or an empty one of its own when it is null. A document that is given has
-    /// to live as long as the item shows it. One of the item's own reads no file, whatever pictures
-    /// its text names: it shows those that the application adds to it (QTextDocument::addResource).
+    /// Shows \a document, or an empty one of its own when it is null. One of the item's own reads
+    /// no file, whatever pictures its text names: it shows those that the application adds to it
+    /// (QTextDocument::addResource).
     TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem *parent = nullptr);
     ~TitleItem() override;
+
+    /// Shows another document, or a new one of the item's own when it is null, in display mode:
+    /// editing ends before. The text width is that of the document. Hides the function of the base
+    /// class, by which the item would show a document without following it.
+    void setDocument(QTextDocument *document);
 
     /// True in edit mode.
     bool isEditable() const;
@@ -109,7 +118,11 @@ private:
     void beginEditing(QPointF pos);
     void endEditing();
     void finishComposing();
-    void followDocument();
+    bool isOwn(const QTextDocument *document) const;
+    void showDocument(QTextDocument *document);
+    void followLayout();
+    void loseDocument();
+    void forgetBlockUnderMouse();
     void keepFormatForNextCharacter();
     void makeDefault(const QFont &font);
     void pastePlainText(QKeyEvent *event);
@@ -120,4 +133,7 @@ private:
     QPointer<QObject> m_stylingObject;
     bool m_highlighted = false;
     QImage m_layoutImage;
+    QPointer<QTextDocument> m_document;
+    std::unique_ptr<QObject> m_documentContext; // of the connections to the document
+    QMetaObject::Connection m_sizeConnection;
 };
