@@ -9,12 +9,18 @@
 #include "TitleDocument_p.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QGraphicsScene>
+#include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneHoverEvent>
 #include <QGraphicsSceneMouseEvent>
+#include <QGraphicsView>
 #include <QInputMethod>
 #include <QKeyEvent>
+#include <QKeySequence>
+#include <QMenu>
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
@@ -134,6 +140,14 @@ void keepLook(QTextDocument *document, const QFont &newDefault)
     cursor.endEditBlock();
     if (!canBeUndone)
         document->clearUndoRedoStacks();
+}
+
+bool isPopupOrViewOf(const QWidget *widget, const QGraphicsScene *scene)
+{
+    if (!widget)
+        return false;
+    const auto *view = qobject_cast<const QGraphicsView *>(widget);
+    return (view && view->scene() == scene) || widget->window()->windowType() == Qt::Popup;
 }
 
 } // namespace
@@ -259,6 +273,7 @@ void TitleItem::beginEditing(QPointF pos)
 
 void TitleItem::endEditing()
 {
+    m_popupContext.reset();
     finishComposing();
     // Taken first, since losing the focus comes back here.
     const bool wasModified = std::exchange(m_modified, false);
@@ -347,12 +362,64 @@ void TitleItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
         QGraphicsTextItem::mouseDoubleClickEvent(event);
 }
 
+void TitleItem::focusInEvent(QFocusEvent *event)
+{
+    m_popupContext.reset();
+    QGraphicsTextItem::focusInEvent(event);
+}
+
 void TitleItem::focusOutEvent(QFocusEvent *event)
 {
     const QPointer<TitleItem> guard(this);
-    endEditing();
+    if (event->reason() == Qt::PopupFocusReason && isEditable())
+        waitForPopup();
+    else
+        endEditing();
     if (guard)
         QGraphicsTextItem::focusOutEvent(event);
+}
+
+/// The scene gives the focus back when the popup closes. When it goes somewhere else instead, this
+/// item gets no event, since it has no focus that it could lose.
+void TitleItem::waitForPopup()
+{
+    finishComposing();
+    m_popupContext = std::make_unique<QObject>();
+    QObject *context = m_popupContext.get();
+    const auto stopEditing = [this] { endEditing(); };
+    connect(this, &QGraphicsObject::visibleChanged, context, stopEditing);
+    connect(this, &QGraphicsObject::enabledChanged, context, stopEditing);
+    connect(scene(), &QGraphicsScene::focusItemChanged, context, [this](QGraphicsItem *now) {
+        if (now && now != this)
+            endEditing();
+    });
+    connect(qApp, &QApplication::focusChanged, context, [this](QWidget *, QWidget *now) {
+        if (!isPopupOrViewOf(now, scene()))
+            endEditing();
+    });
+}
+
+/// What the menu does is followed like a key.
+void TitleItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
+{
+    QGraphicsTextItem::contextMenuEvent(event);
+    auto *menu = isEditable() ? qobject_cast<QMenu *>(QApplication::activePopupWidget()) : nullptr;
+    if (!menu)
+        return;
+    if (auto *paste = menu->findChild<QAction *>(QStringLiteral("edit-paste"))) {
+        for (QObject *child : children())
+            disconnect(paste, nullptr, child, nullptr);
+        connect(paste, &QAction::triggered, this, &TitleItem::pressPasteKey);
+    }
+    connect(menu, &QMenu::triggered, this, [this] { checkFormatChanges(QEvent::KeyPress); });
+}
+
+void TitleItem::pressPasteKey()
+{
+    const int key = QKeySequence::keyBindings(QKeySequence::Paste).value(0)[0];
+    QKeyEvent event(QEvent::KeyPress, key & ~int(Qt::KeyboardModifierMask),
+                    Qt::KeyboardModifiers(key & int(Qt::KeyboardModifierMask)));
+    keyPressEvent(&event);
 }
 
 void TitleItem::checkFormatChanges(int type)

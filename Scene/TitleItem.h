@@ -23,8 +23,9 @@ class QTextDocument;
 /// goes with the item, or when another is set. Document and item may be deleted in any order; an
 /// item whose document is deleted shows an empty one of its own. Several items may show one
 /// document. It has two modes: display, where it can be moved and selected, and editing, where it
-/// has the focus and a text cursor. A double click begins editing, losing the focus ends it; what
-/// was changed is then reported by one contentEdited().
+/// has the focus and a text cursor. A double click begins editing, the Escape key and losing the
+/// focus end it; what was changed is then reported by one contentEdited(). A menu or another popup
+/// only borrows the focus: editing ends when it goes on from there to somewhere else.
 ///
 /// Fonts are measured at 96 dots per inch whatever the screen is, so that lines break at the same
 /// places on screens of different scale.
@@ -111,8 +112,14 @@ protected:
     /// Pastes plain text where rich text is not accepted; leaves every other key to the base class.
     void keyPressEvent(QKeyEvent *event) override;
 
-    /// Ends editing.
+    /// Goes on with editing after a popup.
+    void focusInEvent(QFocusEvent *event) override;
+
+    /// Ends editing, but not for a popup.
     void focusOutEvent(QFocusEvent *event) override;
+
+    /// Opens the menu of the base class while the text is edited.
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
 
 private:
     void beginEditing(QPointF pos);
@@ -126,6 +133,8 @@ private:
     void keepFormatForNextCharacter();
     void makeDefault(const QFont &font);
     void pastePlainText(QKeyEvent *event);
+    void pressPasteKey();
+    void waitForPopup();
 
     bool m_modified = false;
     QTextCharFormat m_lastCharFormat;
@@ -136,4 +145,5 @@ private:
     QPointer<QTextDocument> m_document;
     std::unique_ptr<QObject> m_documentContext; // of the connections to the document
     QMetaObject::Connection m_sizeConnection;
+    std::unique_ptr<QObject> m_popupContext; // while a popup has the focus
 };
