@@ -4,14 +4,23 @@
 #include "TitleItem.h"
 
 #include "FramePens_p.h"
+#include "LayoutDevices_p.h"
 #include "TimeValue_p.h"
+#include "TitleDocument_p.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QGraphicsScene>
+#include <QGraphicsSceneContextMenuEvent>
+#include <QGraphicsSceneHoverEvent>
 #include <QGraphicsSceneMouseEvent>
+#include <QGraphicsView>
 #include <QInputMethod>
 #include <QKeyEvent>
+#include <QKeySequence>
+#include <QMenu>
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
@@ -133,27 +142,13 @@ void keepLook(QTextDocument *document, const QFont &newDefault)
         document->clearUndoRedoStacks();
 }
 
-/// The item's own document, whose text may come from strangers. Qt would read every file that a
-/// text names as a picture.
-class OwnDocument : public QTextDocument
+bool isPopupOrViewOf(const QWidget *widget, const QGraphicsScene *scene)
 {
-public:
-    OwnDocument(QObject *parent, bool withUndo) : QTextDocument(parent)
-    {
-        setUndoRedoEnabled(withUndo);
-    }
-
-protected:
-    /// Asked for what the application has not given to the document.
-    QVariant loadResource(int type, const QUrl &) override
-    {
-        if (type != ImageResource)
-            return QVariant();
-        QImage nothing(1, 1, QImage::Format_ARGB32_Premultiplied);
-        nothing.fill(Qt::transparent);
-        return nothing;
-    }
-};
+    if (!widget)
+        return false;
+    const auto *view = qobject_cast<const QGraphicsView *>(widget);
+    return (view && view->scene() == scene) || widget->window()->windowType() == Qt::Popup;
+}
 
 } // namespace
 
@@ -161,33 +156,87 @@ TitleItem::TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem 
     : QGraphicsTextItem(parent), m_layoutImage(madeLayoutImage(size))
 {
     qRegisterMetaType<QTextCharFormat>();
-    const bool withUndo = QGraphicsTextItem::document()->isUndoRedoEnabled();
-    setDocument(document ? document : new OwnDocument(this, withUndo));
-    if (document) {
-        connect(document, &QObject::destroyed, this, [this] {
-            setDocument(new OwnDocument(this, true));
-            followDocument();
-        });
-    }
-    followDocument();
+    showDocument(document ? document : new TitleDocument(this));
     setFlags(ItemIsFocusable | ItemIsMovable | ItemIsSelectable);
     endEditing();
 }
 
 TitleItem::~TitleItem()
 {
-    QAbstractTextDocumentLayout *layout = document()->documentLayout();
-    if (layout->paintDevice() == &m_layoutImage)
-        layout->setPaintDevice(nullptr);
+    m_documentContext.reset();
+    if (m_document)
+        LayoutDevices::remove(*m_document, &m_layoutImage);
 }
 
-void TitleItem::followDocument()
+void TitleItem::setDocument(QTextDocument *document)
 {
-    connect(document(), &QTextDocument::contentsChanged, this, [this] { m_modified = true; });
-    QAbstractTextDocumentLayout *layout = document()->documentLayout();
-    connect(layout, &QAbstractTextDocumentLayout::documentSizeChanged, this,
-            &TitleItem::geometryChanged);
-    layout->setPaintDevice(&m_layoutImage);
+    if (document && document == m_document)
+        return;
+    const QPointer<TitleItem> guard(this);
+    QPointer<QTextDocument> next(document);
+    if (isEditable())
+        endEditing();
+    if (!guard || (next && next == m_document))
+        return;
+    if (!next)
+        next = new TitleDocument(this);
+    const QPointer<QTextDocument> replaced = m_document;
+    const QSizeF size = boundingRect().size();
+    showDocument(next);
+    m_modified = false;
+    if (replaced)
+        LayoutDevices::remove(*replaced, &m_layoutImage);
+    if (isOwn(replaced))
+        delete replaced;
+    if (boundingRect().size() != size)
+        Q_EMIT geometryChanged();
+}
+
+bool TitleItem::isOwn(const QTextDocument *document) const
+{
+    return dynamic_cast<const TitleDocument *>(document) && document->parent() == this;
+}
+
+/// What was shown before may be on its way out, so it is not touched.
+void TitleItem::showDocument(QTextDocument *document)
+{
+    m_document = document;
+    m_documentContext.reset();
+    LayoutDevices::add(*document, &m_layoutImage);
+    QGraphicsTextItem::setDocument(document);
+
+    m_documentContext = std::make_unique<QObject>();
+    QObject *context = m_documentContext.get();
+    connect(document, &QTextDocument::contentsChanged, context, [this] { m_modified = true; });
+    connect(document, &QTextDocument::documentLayoutChanged, context, [this] { followLayout(); });
+    connect(document, &QObject::destroyed, context, [this] { loseDocument(); });
+    followLayout();
+}
+
+void TitleItem::loseDocument()
+{
+    const QSizeF size = boundingRect().size();
+    showDocument(new TitleDocument(this));
+    forgetBlockUnderMouse();
+    if (boundingRect().size() != size)
+        Q_EMIT geometryChanged();
+}
+
+/// The base class keeps the block of a check box that the mouse is on, and asks for it later, also
+/// when its document is gone. In display mode it takes no notice of the mouse.
+void TitleItem::forgetBlockUnderMouse()
+{
+    QGraphicsSceneHoverEvent away(QEvent::GraphicsSceneHoverMove);
+    away.setPos(boundingRect().topLeft() - QPointF(100.0, 100.0));
+    QGraphicsTextItem::hoverMoveEvent(&away);
+}
+
+void TitleItem::followLayout()
+{
+    disconnect(m_sizeConnection);
+    m_sizeConnection =
+            connect(m_document->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged,
+                    m_documentContext.get(), [this] { Q_EMIT geometryChanged(); });
 }
 
 bool TitleItem::isEditable() const
@@ -224,9 +273,11 @@ void TitleItem::beginEditing(QPointF pos)
 
 void TitleItem::endEditing()
 {
+    m_popupContext.reset();
     finishComposing();
     // Taken first, since losing the focus comes back here.
     const bool wasModified = std::exchange(m_modified, false);
+    forgetBlockUnderMouse();
     setTextInteractionFlags(Qt::NoTextInteraction);
     clearFocus();
     if (wasModified)
@@ -311,12 +362,64 @@ void TitleItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
         QGraphicsTextItem::mouseDoubleClickEvent(event);
 }
 
+void TitleItem::focusInEvent(QFocusEvent *event)
+{
+    m_popupContext.reset();
+    QGraphicsTextItem::focusInEvent(event);
+}
+
 void TitleItem::focusOutEvent(QFocusEvent *event)
 {
     const QPointer<TitleItem> guard(this);
-    endEditing();
+    if (event->reason() == Qt::PopupFocusReason && isEditable())
+        waitForPopup();
+    else
+        endEditing();
     if (guard)
         QGraphicsTextItem::focusOutEvent(event);
+}
+
+/// The scene gives the focus back when the popup closes. When it goes somewhere else instead, this
+/// item gets no event, since it has no focus that it could lose.
+void TitleItem::waitForPopup()
+{
+    finishComposing();
+    m_popupContext = std::make_unique<QObject>();
+    QObject *context = m_popupContext.get();
+    const auto stopEditing = [this] { endEditing(); };
+    connect(this, &QGraphicsObject::visibleChanged, context, stopEditing);
+    connect(this, &QGraphicsObject::enabledChanged, context, stopEditing);
+    connect(scene(), &QGraphicsScene::focusItemChanged, context, [this](QGraphicsItem *now) {
+        if (now && now != this)
+            endEditing();
+    });
+    connect(qApp, &QApplication::focusChanged, context, [this](QWidget *, QWidget *now) {
+        if (!isPopupOrViewOf(now, scene()))
+            endEditing();
+    });
+}
+
+/// What the menu does is followed like a key.
+void TitleItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
+{
+    QGraphicsTextItem::contextMenuEvent(event);
+    auto *menu = isEditable() ? qobject_cast<QMenu *>(QApplication::activePopupWidget()) : nullptr;
+    if (!menu)
+        return;
+    if (auto *paste = menu->findChild<QAction *>(QStringLiteral("edit-paste"))) {
+        for (QObject *child : children())
+            disconnect(paste, nullptr, child, nullptr);
+        connect(paste, &QAction::triggered, this, &TitleItem::pressPasteKey);
+    }
+    connect(menu, &QMenu::triggered, this, [this] { checkFormatChanges(QEvent::KeyPress); });
+}
+
+void TitleItem::pressPasteKey()
+{
+    const int key = QKeySequence::keyBindings(QKeySequence::Paste).value(0)[0];
+    QKeyEvent event(QEvent::KeyPress, key & ~int(Qt::KeyboardModifierMask),
+                    Qt::KeyboardModifiers(key & int(Qt::KeyboardModifierMask)));
+    keyPressEvent(&event);
 }
 
 void TitleItem::checkFormatChanges(int type)

@@ -11,16 +11,21 @@
 #include <QPointer>
 #include <QTextCharFormat>
 
+#include <memory>
+
 Q_DECLARE_METATYPE(QTextCharFormat)
 
 class QTextDocument;
 
 /// A rich text title on a graphics scene, edited in place.
 ///
-/// The item shows a QTextDocument, which it does not own unless it made it itself. It has two
-/// modes: display, where it can be moved and selected, and editing, where it has the focus and a
-/// text cursor. A double click begins editing, losing the focus ends it; what was changed is then
-/// reported by one contentEdited().
+/// The item shows a QTextDocument, which it does not own unless it made it itself: one of its own
+/// goes with the item, or when another is set. Document and item may be deleted in any order; an
+/// item whose document is deleted shows an empty one of its own. Several items may show one
+/// document. It has two modes: display, where it can be moved and selected, and editing, where it
+/// has the focus and a text cursor. A double click begins editing, the Escape key and losing the
+/// focus end it; what was changed is then reported by one contentEdited(). A menu or another popup
+/// only borrows the focus: editing ends when it goes on from there to somewhere else.
 ///
 /// Fonts are measured at 96 dots per inch whatever the screen is, so that lines break at the same
 /// places on screens of different scale.
@@ -39,11 +44,16 @@ class TITLESCENE_EXPORT TitleItem : public QGraphicsTextItem
     Q_OBJECT
 
 public:
-    /// Shows \a document, or an empty one of its own when it is null. A document that is given has
-    /// to live as long as the item shows it. One of the item's own reads no file, whatever pictures
-    /// its text names: it shows those that the application adds to it (QTextDocument::addResource).
+    /// Shows \a document, or an empty one of its own when it is null. One of the item's own reads
+    /// no file, whatever pictures its text names: it shows those that the application adds to it
+    /// (QTextDocument::addResource).
     TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem *parent = nullptr);
     ~TitleItem() override;
+
+    /// Shows another document, or a new one of the item's own when it is null, in display mode:
+    /// editing ends before. The text width is that of the document. Hides the function of the base
+    /// class, by which the item would show a document without following it.
+    void setDocument(QTextDocument *document);
 
     /// True in edit mode.
     bool isEditable() const;
@@ -106,17 +116,29 @@ protected:
     /// Pastes plain text where rich text is not accepted; leaves every other key to the base class.
     void keyPressEvent(QKeyEvent *event) override;
 
-    /// Ends editing.
+    /// Goes on with editing after a popup.
+    void focusInEvent(QFocusEvent *event) override;
+
+    /// Ends editing, but not for a popup.
     void focusOutEvent(QFocusEvent *event) override;
+
+    /// Opens the menu of the base class while the text is edited.
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
 
 private:
     void beginEditing(QPointF pos);
     void endEditing();
     void finishComposing();
-    void followDocument();
+    bool isOwn(const QTextDocument *document) const;
+    void showDocument(QTextDocument *document);
+    void followLayout();
+    void loseDocument();
+    void forgetBlockUnderMouse();
     void keepFormatForNextCharacter();
     void makeDefault(const QFont &font);
     void pastePlainText(QKeyEvent *event);
+    void pressPasteKey();
+    void waitForPopup();
 
     bool m_modified = false;
     QTextCharFormat m_lastCharFormat;
@@ -124,4 +146,8 @@ private:
     QPointer<QObject> m_stylingObject;
     bool m_highlighted = false;
     QImage m_layoutImage;
+    QPointer<QTextDocument> m_document;
+    std::unique_ptr<QObject> m_documentContext; // of the connections to the document
+    QMetaObject::Connection m_sizeConnection;
+    std::unique_ptr<QObject> m_popupContext; // while a popup has the focus
 };

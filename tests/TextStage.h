@@ -73,6 +73,11 @@ public:
         QTest::mouseClick(window(), Qt::LeftButton, modifiers, windowPoint(itemPoint));
     }
 
+    void rightClick(const QPointF &itemPoint)
+    {
+        QTest::mouseClick(window(), Qt::RightButton, Qt::NoModifier, windowPoint(itemPoint));
+    }
+
     void doubleClick(const QPointF &itemPoint)
     {
         QTest::mouseDClick(window(), Qt::LeftButton, Qt::NoModifier, windowPoint(itemPoint));

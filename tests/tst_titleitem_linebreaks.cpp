@@ -74,14 +74,37 @@ QString lineBreaks(const QTextDocument &document)
     return starts.join(QLatin1Char(' '));
 }
 
-void printSample(const Sample &sample, const QString &family, qreal pointSize)
+void fill(QTextDocument &document, const Sample &sample, const QString &family, qreal pointSize)
 {
-    QTextDocument document;
     QFont font(family);
     font.setPointSizeF(pointSize);
     document.setDefaultFont(font);
     document.setDocumentMargin(0);
     document.setHtml(QString::fromUtf8(sample.html));
+}
+
+/// A document that had its width before, and has been laid out for the screen.
+void printHandedOver(const Sample &sample, const QString &family, qreal pointSize)
+{
+    for (const int width : {-1, 120, 260}) {
+        QTextDocument document;
+        fill(document, sample, family, pointSize);
+        document.setTextWidth(width);
+        document.size();
+        const TitleItem item(QSizeF(480, 200), &document);
+        std::printf("%s, %s %g, handed over at %d: %s\n", sample.name, qPrintable(family),
+                    pointSize, width, qPrintable(lineBreaks(document)));
+        const QRectF bounds = item.boundingRect();
+        std::printf("%s, %s %g, size at %d: %g x %g\n", sample.name, qPrintable(family), pointSize,
+                    width, bounds.width(), bounds.height());
+    }
+}
+
+void printSample(const Sample &sample, const QString &family, qreal pointSize)
+{
+    printHandedOver(sample, family, pointSize);
+    QTextDocument document;
+    fill(document, sample, family, pointSize);
     auto *item = new TitleItem(QSizeF(480, 200), &document);
     QGraphicsScene scene;
     scene.addItem(item);
