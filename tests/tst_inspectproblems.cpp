@@ -293,11 +293,11 @@ void TestInspectProblems::findsProblems_data()
                 " ^begin='a.end' dur='5s'/></g>")),
         "beyond-end", "ends after the title");
 
-    content("text runs", "<text><tspan>one</tspan>^<tspan>two</tspan></text>", "text-spacing",
+    content("note: text runs", "<text><tspan>one</tspan>^<tspan>two</tspan></text>", "text-spacing",
             "\"onetwo\" becomes \"one two\"");
-    content("text run around an animation",
-            "<text>one^<tspan><animate attributeName='fill' values='red;blue' dur='1s'/>two</tspan>"
-            "</text>",
+    content("text runs of a frame",
+            "<text><tspan>one</tspan>^<tspan><animate attributeName='fill' values='red;blue'"
+            " dur='1s'/>two</tspan></text>",
             "text-spacing", "\"onetwo\" becomes \"one two\"");
 
     const QString root = QStringLiteral("<svg xmlns='http://www.w3.org/2000/svg'%1><g/></svg>");
@@ -618,6 +618,9 @@ void TestInspectProblems::findsNoProblem_data()
               " xlink:href='#r' attributeName='x' values='0;1' dur='1s'");
     content("runs with spaces", "<text><tspan>one</tspan> <tspan>two</tspan></text>");
     content("one run", "<text>on<tspan>e tw</tspan>o</text>");
+    content("run around an animation",
+            "<text>one<tspan><animate attributeName='fill' values='red;blue' dur='1s'/>two</tspan>"
+            "</text>");
     content("shapes that erase", "<clipPath><rect fill='#000000'/></clipPath>");
     content("link", "<a xlink:href='http://example.org/'><rect/></a>");
     content("no clip path", "<rect clip-path='none' style='filter:none'/>");

@@ -6,7 +6,6 @@
 #include <Scene/MarkupScanner_p.h>
 
 #include <QHash>
-#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -60,12 +59,6 @@ QHash<QString, int> attributeOffsets(const QString &text, int start, int end)
 bool isTextElement(const QString &name)
 {
     return name == QLatin1String("text") || name == QLatin1String("textArea");
-}
-
-const QRegularExpression &wideSpaces()
-{
-    static const QRegularExpression expression(QStringLiteral("\\x{a0}[\\s\\x{a0}]|\\s\\x{a0}"));
-    return expression;
 }
 
 } // namespace
@@ -173,8 +166,10 @@ private:
         m_open.push_back(int(m_result.m_elements.size()));
         if (isTextElement(element.name) && m_textDepth < 0) {
             m_textDepth = int(m_open.size());
-            m_result.m_texts.push_back({m_open.back(), QString(), {}, false});
+            m_result.m_texts.push_back({m_open.back(), {}});
         }
+        if (element.name == QLatin1String("tspan") && m_textDepth >= 0)
+            m_result.m_texts.back().pieces.push_back({QString(), m_open.back()});
         if (element.name == QLatin1String("style"))
             m_result.m_styleSheets.push_back(
                     {QString(), element.place, m_open.back(), StyleRules(QString())});
@@ -187,12 +182,8 @@ private:
             StyleSheet &sheet = m_result.m_styleSheets.back();
             sheet.rules = StyleRules(sheet.text);
         }
-        if (m_textDepth == int(m_open.size())) {
-            SourceText &text = m_result.m_texts.back();
-            text.hasWideSpaces = text.content.contains(wideSpaces());
-            text.content = text.content.simplified();
+        if (m_textDepth == int(m_open.size()))
             m_textDepth = -1;
-        }
         m_open.pop_back();
         m_isDone = m_open.empty();
     }
@@ -202,14 +193,8 @@ private:
         if (m_open.empty())
             return;
         const QStringRef characters = m_reader.text();
-        if (m_textDepth >= 0) {
-            SourceText &text = m_result.m_texts.back();
-            text.content += characters;
-            for (const QChar c : characters) {
-                if (!c.isSpace())
-                    text.owners.push_back(m_open.back());
-            }
-        }
+        if (m_textDepth >= 0)
+            m_result.m_texts.back().pieces.push_back({characters.toString(), m_open.back()});
         if (m_result.m_elements[std::size_t(m_open.back())].name == QLatin1String("style"))
             m_result.m_styleSheets.back().text += characters;
     }

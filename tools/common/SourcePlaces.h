@@ -41,13 +41,18 @@ struct SourceElement
     Place placeOf(const QString &name) const; // of an attribute; of the tag when there is none
 };
 
-// What a text says in a "text" or "textArea" element.
+// What a text says in a "text" or "textArea" element, in the pieces in which it is read: an empty
+// one for each start of a "tspan", and the letters.
 struct SourceText
 {
+    struct Piece
+    {
+        QString letters;
+        int element; // the innermost one around them
+    };
+
     int element = SourceElement::none;
-    QString content;            // with single spaces for all white space
-    std::vector<int> owners;    // for each character but spaces, the innermost element around it
-    bool hasWideSpaces = false; // several spaces of which one at least does not break
+    std::vector<Piece> pieces;
 };
 
 // A well-formed text's elements in document order, up to the end of the root, each with its place:

@@ -210,57 +210,13 @@ void findDocumentType(const Understood &title, ProblemList &problems)
                       QStringLiteral("Remove it; write characters instead of entities."));
 }
 
-// The number of letters before the first place where one of the texts has a space alone; -1 when
-// there is none.
-int lettersBeforeDifference(const QString &text, const QString &saved)
-{
-    int letters = 0;
-    int i = 0;
-    int j = 0;
-    while (i < text.size() && j < saved.size()) {
-        const bool isSpace = text.at(i) == QLatin1Char(' ');
-        const bool isSavedSpace = saved.at(j) == QLatin1Char(' ');
-        if (isSpace != isSavedSpace)
-            return letters;
-        if (!isSpace)
-            ++letters;
-        ++i;
-        ++j;
-    }
-    return i == text.size() && j == saved.size() ? -1 : letters;
-}
-
-// Saving puts white space between elements that touch. A saved text with undefined entities can't
-// be read.
-void findTextsThatChange(const Understood &title, ProblemList &problems)
-{
-    if (!title.source().undefinedEntities().empty())
-        return;
-    const std::vector<SourceText> &texts = title.source().texts();
-    const std::vector<SourceText> &savedTexts = title.savedTexts();
-    for (std::size_t i = 0; i < texts.size() && i < savedTexts.size(); ++i) {
-        const SourceText &text = texts[i];
-        const int letters = lettersBeforeDifference(text.content, savedTexts[i].content);
-        if (letters < 0)
-            continue;
-        const int owner = letters < int(text.owners.size()) ? text.owners[std::size_t(letters)]
-                                                            : text.element;
-        problems.warn("text-spacing", title.element(owner).place,
-                      QStringLiteral("saving changes the space between the runs of this text: "
-                                     "\"%1\" becomes \"%2\"")
-                              .arg(text.content.left(60), savedTexts[i].content.left(60)),
-                      QStringLiteral("Put a single run into each text, or let spaces separate the "
-                                     "runs."));
-    }
-}
-
 } // namespace
 
 const std::vector<Check> &documentChecks()
 {
     static const std::vector<Check> checks{
-            findMissingSize,       findMissingNamespaces, findNestedRoots,    findPrefixes,
-            findUnknownElements,   findConditions,        findEventHandlers,  findRepeatedIds,
-            findUndefinedEntities, findDocumentType,      findTextsThatChange};
+            findMissingSize,       findMissingNamespaces, findNestedRoots,   findPrefixes,
+            findUnknownElements,   findConditions,        findEventHandlers, findRepeatedIds,
+            findUndefinedEntities, findDocumentType};
     return checks;
 }

@@ -377,16 +377,6 @@ bool isTranslucent(const QString &opacity)
     return isNumber && value > 0.0 && value < 1.0;
 }
 
-// Where an element has a property from, which may be a rule.
-Place placeOfProperty(const SourceElement &element, const QString &name)
-{
-    for (const Property &property : propertiesOf(element)) {
-        if (property.name == name)
-            return property.place;
-    }
-    return element.place;
-}
-
 // Where the opacity of an element is given or animated, unless it never is between 0 and 1.
 std::vector<std::pair<int, Place>> translucentElements(const Understood &title,
                                                        const StyledValues &values)

@@ -3,11 +3,14 @@
 
 #include "ProblemList.h"
 #include "Properties.h"
+#include "TextSpacing.h"
 #include "Understood.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 // Texts: the places, spaces and paints of their runs.
 
@@ -25,7 +28,8 @@ bool isSpan(const SourceElement &element)
 
 QString oneTextForEach()
 {
-    return QStringLiteral("Use a text element of its own.");
+    return QStringLiteral("Write the letters straight into a text element of its own, with its own "
+                          "x, y and style.");
 }
 
 bool isNothing(const QString &length)
@@ -34,26 +38,57 @@ bool isNothing(const QString &length)
     return length.contains(nothing);
 }
 
-// A first run that stands where its text stands is right by chance.
-bool isInPlace(const Understood &title, int number, const SourceAttribute &attribute)
+bool isSameLength(const QString &a, const QString &b)
 {
-    const SourceElement &span = title.element(number);
-    return span.parent == number - 1
-            && title.element(span.parent).value(attribute.name).trimmed()
-            == attribute.value.trimmed();
+    if (a.trimmed() == b.trimmed())
+        return true;
+    bool areNumbers[2] = {true, true};
+    const double first = a.isEmpty() ? 0.0 : a.toDouble(&areNumbers[0]);
+    const double second = b.isEmpty() ? 0.0 : b.toDouble(&areNumbers[1]);
+    return areNumbers[0] && areNumbers[1] && qFuzzyCompare(1.0 + first, 1.0 + second);
 }
 
-// The renderer sets the runs of a text one after the other.
+bool isBlank(const QString &letters)
+{
+    return letters.trimmed().isEmpty();
+}
+
+// The tspan elements that have letters, and whether those are the first ones of their text.
+std::map<int, bool> spansWithLetters(const Understood &title, const TextSpacing &spacing)
+{
+    std::map<int, bool> spans;
+    for (const SourceText &text : title.source().texts()) {
+        bool isFirst = true;
+        for (const SourceText::Piece &piece : text.pieces) {
+            if (isBlank(piece.letters) || spacing.ownerOf(piece, text) == SourceElement::none)
+                continue;
+            for (int number = piece.element; number != text.element;
+                 number = title.element(number).parent)
+                spans.emplace(number, isFirst);
+            isFirst = false;
+        }
+    }
+    return spans;
+}
+
+// The renderer sets the runs of a text one after the other. A first run that stands where its text
+// stands is right by chance.
 void findMovedSpans(const Understood &title, ProblemList &problems)
 {
-    for (int number = 0; number < int(title.source().elements().size()); ++number) {
+    for (const auto &[number, isFirst] : spansWithLetters(title, TextSpacing(title))) {
         const SourceElement &span = title.element(number);
         if (!isSpan(span))
             continue;
         for (const char *name : {"x", "y", "dx", "dy", "rotate"}) {
             const SourceAttribute *const attribute = span.attribute(QLatin1String(name));
-            if (!attribute || isInPlace(title, number, *attribute)
-                || (attribute->name.startsWith(QLatin1Char('d')) && isNothing(attribute->value)))
+            if (!attribute)
+                continue;
+            const bool isShift = attribute->name.size() > 1;
+            const bool isInPlace = isShift ? isNothing(attribute->value.trimmed())
+                                           : isFirst
+                            && isSameLength(attribute->value,
+                                            title.element(span.parent).value(attribute->name));
+            if (isInPlace)
                 continue;
             problems.warn("text-place", attribute->place,
                           QStringLiteral("%1 of a tspan is ignored: it follows the text before it")
@@ -92,8 +127,8 @@ void findMovedLetters(const Understood &title, ProblemList &problems)
 bool isIgnoredOfSpans(const QString &name)
 {
     return name == QLatin1String("visibility") || name == QLatin1String("display")
-            || name == QLatin1String("fill-opacity") || name == QLatin1String("stroke-opacity")
-            || name == QLatin1String("transform");
+            || name == QLatin1String("opacity") || name == QLatin1String("fill-opacity")
+            || name == QLatin1String("stroke-opacity") || name == QLatin1String("transform");
 }
 
 void findSpansShownAnyway(const Understood &title, ProblemList &problems)
@@ -122,18 +157,52 @@ void findSpansShownAnyway(const Understood &title, ProblemList &problems)
     }
 }
 
+// A browser takes the anchor of the first letters, the renderer that of the text.
+void findAnchorsOfSpans(const Understood &title, ProblemList &problems)
+{
+    const QString anchor = QStringLiteral("text-anchor");
+    const StyledValues values(title);
+    for (const auto &[number, isFirst] : spansWithLetters(title, TextSpacing(title))) {
+        const QString own = isSpan(title.element(number)) ? values.own(number, anchor) : QString();
+        const QString around = values.inherited(title.element(number).parent, anchor);
+        const QString drawn = around.isEmpty() ? QStringLiteral("start") : around;
+        if (isFirst && !own.isEmpty() && own != QLatin1String("inherit") && own != drawn)
+            problems.warn("text-run", placeOfProperty(title.element(number), anchor),
+                          QStringLiteral("text-anchor of a tspan is ignored"),
+                          QStringLiteral("Write it at the text element."));
+    }
+}
+
+// What else than an id and a link an element has.
+bool hasLooks(const SourceElement &element)
+{
+    return std::any_of(element.attributes.begin(), element.attributes.end(),
+                       [](const SourceAttribute &attribute) {
+                           static const QStringList others{QStringLiteral("id"),
+                                                           QStringLiteral("href"),
+                                                           QStringLiteral("target")};
+                           return !others.contains(attribute.name)
+                                   && !attribute.name.contains(QLatin1Char(':'));
+                       });
+}
+
+// Only the tspan children of a text have a style of their own.
 void findNestedSpans(const Understood &title, ProblemList &problems)
 {
-    for (const SourceElement &span : title.source().elements()) {
-        const bool isNested = isSpan(span) && isSpan(title.element(span.parent));
-        const bool hasLooks = std::any_of(
-                span.attributes.begin(), span.attributes.end(), [](const SourceAttribute &a) {
-                    return a.name != QLatin1String("id") && !a.name.contains(QLatin1Char(':'));
-                });
-        if (isNested && hasLooks)
-            problems.warn("text-run", span.place,
+    for (const SourceElement &element : title.source().elements()) {
+        if (element.parent == SourceElement::none || !hasLooks(element))
+            continue;
+        const SourceElement &parent = title.element(element.parent);
+        const bool isLink =
+                element.name == QLatin1String("a") && (isText(parent) || isSpan(parent));
+        if (isSpan(element) && isSpan(parent))
+            problems.warn("text-run", element.place,
                           QStringLiteral("a tspan inside a tspan looks like the outer one"),
                           QStringLiteral("Put it beside the other one."));
+        else if (isLink)
+            problems.warn("text-run", element.place,
+                          QStringLiteral("a link inside a text looks like the text around it"),
+                          QStringLiteral("Use a tspan without a link."));
     }
 }
 
@@ -171,25 +240,115 @@ void findOutlines(const Understood &title, ProblemList &problems)
             problems.warn("text-outline", element.place,
                           QStringLiteral("the stroke of a text is drawn in hundredths of its "
                                          "font-size, not in pixels"),
-                          QStringLiteral("Convert the text to paths, or write stroke-width * 100 / "
-                                         "font-size."));
+                          QStringLiteral("Convert the text to paths, or give it a font-size of 100 "
+                                         "and scale it by a transform."));
     }
 }
 
-// A space that does not break counts as any other.
-void findWideSpaces(const Understood &title, ProblemList &problems)
+// The element that a person has to look at for a difference between two lines.
+Place placeOfDifference(const Understood &title, const SourceText &text, const TextSpacing &spacing,
+                        const TextLine &wanted, const TextLine &drawn)
 {
+    const SourceElement &element = title.element(text.element);
+    if (spacing.isPreserved(text.element))
+        return element.placeOf(QStringLiteral("xml:space"));
+    const auto differs = std::mismatch(wanted.letters.begin(), wanted.letters.end(),
+                                       drawn.letters.begin(), drawn.letters.end());
+    const auto letter =
+            std::find_if(differs.first, wanted.letters.end(), [](QChar c) { return !c.isSpace(); });
+    if (letter == wanted.letters.end())
+        return element.place;
+    return title.element(wanted.owners[std::size_t(letter - wanted.letters.begin())]).place;
+}
+
+bool hasWideSpaces(const QString &letters)
+{
+    return std::adjacent_find(letters.begin(), letters.end(),
+                              [](QChar a, QChar b) { return a.isSpace() && b.isSpace(); })
+            != letters.end()
+            || std::any_of(letters.begin(), letters.end(),
+                           [](QChar c) { return c.isSpace() && c != QLatin1Char(' '); });
+}
+
+QString change(const TextLine &from, const TextLine &to)
+{
+    constexpr int longest = 60;
+    return QStringLiteral("\"%1\" becomes \"%2\"")
+            .arg(from.letters.left(longest), to.letters.left(longest));
+}
+
+// Where the spaces of a still title are others than in a browser.
+void warnOfSpaces(ProblemList &problems, const Place &place, const TextLine &wanted,
+                  const TextLine &drawn)
+{
+    if (hasWideSpaces(wanted.letters))
+        problems.warn("text-spacing", place,
+                      QStringLiteral("several spaces count as one, also those that do not break, "
+                                     "and wide ones as plain ones: ")
+                              + change(wanted, drawn),
+                      QStringLiteral("Add xml:space=\"preserve\" to the text element, and write "
+                                     "the letters straight into it, without tspan elements."));
+    else
+        problems.warn("text-spacing", place,
+                      QStringLiteral("spaces at the ends of a tspan are not drawn: ")
+                              + change(wanted, drawn),
+                      QStringLiteral("Write the spaces outside of the tspan."));
+}
+
+// Saving puts white space between elements that touch, and around those inside of a text. A saved
+// text with undefined entities can't be read.
+void findSpacesThatDiffer(const Understood &title, ProblemList &problems)
+{
+    const bool canBeSaved = title.source().undefinedEntities().empty();
+    const std::vector<SourceText> &texts = title.source().texts();
+    const std::vector<SourceText> &savedTexts = title.savedTexts();
+    const TextSpacing spacing(title);
+    for (std::size_t i = 0; i < texts.size() && i < savedTexts.size(); ++i) {
+        const TextLine wanted = spacing.inBrowser(texts[i]);
+        const TextLine drawn = spacing.byRenderer(texts[i]);
+        const TextLine saved = canBeSaved ? spacing.byRenderer(savedTexts[i]) : drawn;
+        const auto place = [&](const TextLine &other) {
+            return placeOfDifference(title, texts[i], spacing, wanted, other);
+        };
+        const QString remedy = spacing.isPreserved(texts[i].element)
+                ? QStringLiteral("Write each line straight into a text element of its own, without "
+                                 "a tspan, with xml:space=\"default\" and the tspan's x, y and "
+                                 "style.")
+                : QStringLiteral("Put a single run into each text, or let spaces separate the "
+                                 "runs.");
+        const TextLine &shown = title.isDrawnAsSaved() ? saved : drawn;
+        if (shown.letters != wanted.letters && drawn.letters != wanted.letters)
+            warnOfSpaces(problems, place(shown), wanted, shown);
+        else if (shown.letters != wanted.letters)
+            problems.warn("text-spacing", place(saved),
+                          QStringLiteral("saving, as for every animated frame, adds spaces to this "
+                                         "text: ")
+                                  + change(wanted, saved),
+                          remedy);
+        else if (saved.letters != wanted.letters)
+            problems.note("text-spacing", place(saved),
+                          QStringLiteral("saving, as for a user's colours, adds spaces to this "
+                                         "text: ")
+                                  + change(wanted, saved),
+                          remedy);
+    }
+}
+
+// The renderer takes the letters of what describes a text for letters of the text.
+void findDrawnDescriptions(const Understood &title, ProblemList &problems)
+{
+    const TextSpacing spacing(title);
+    std::set<int> told;
     for (const SourceText &text : title.source().texts()) {
-        bool isPreserved = false;
-        for (int number = text.element; number != SourceElement::none && !isPreserved;
-             number = title.element(number).parent)
-            isPreserved = title.element(number).value(QStringLiteral("xml:space"))
-                    == QLatin1String("preserve");
-        if (text.hasWideSpaces && !isPreserved)
-            problems.warn("text-spacing", title.element(text.element).place,
-                          QStringLiteral("several spaces count as one, also those that do not "
-                                         "break"),
-                          QStringLiteral("Add xml:space=\"preserve\"."));
+        for (const SourceText::Piece &piece : text.pieces) {
+            if (!isBlank(piece.letters) && spacing.ownerOf(piece, text) != SourceElement::none
+                && !spacing.isDrawnInBrowser(piece, text) && told.insert(piece.element).second)
+                problems.warn("text-run", title.element(piece.element).place,
+                              QStringLiteral("the letters of %1 are drawn, because it stands in a "
+                                             "text")
+                                      .arg(title.label(piece.element)),
+                              QStringLiteral("Write it in a g element around the text."));
+        }
     }
 }
 
@@ -197,7 +356,8 @@ void findWideSpaces(const Understood &title, ProblemList &problems)
 
 const std::vector<Check> &textChecks()
 {
-    static const std::vector<Check> checks{findMovedSpans,  findMovedLetters, findSpansShownAnyway,
-                                           findNestedSpans, findOutlines,     findWideSpaces};
+    static const std::vector<Check> checks{
+            findMovedSpans,  findMovedLetters, findSpansShownAnyway, findAnchorsOfSpans,
+            findNestedSpans, findOutlines,     findSpacesThatDiffer, findDrawnDescriptions};
     return checks;
 }

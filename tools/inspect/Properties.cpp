@@ -23,6 +23,15 @@ std::vector<Property> propertiesOf(const SourceElement &element)
     return properties;
 }
 
+Place placeOfProperty(const SourceElement &element, const QString &name)
+{
+    for (const Property &property : propertiesOf(element)) {
+        if (property.name == name)
+            return property.place;
+    }
+    return element.place;
+}
+
 void lookAtProperties(
         const Understood &title,
         const std::function<void(const SourceElement &element, const Property &property)> &look)

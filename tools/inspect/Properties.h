@@ -27,6 +27,9 @@ struct Property
 // Those of an element, from attributes of its own and from its "style".
 std::vector<Property> propertiesOf(const SourceElement &element);
 
+// Where an element has a property from: the element itself when that is a rule.
+Place placeOfProperty(const SourceElement &element, const QString &name);
+
 // All properties of a title: those of elements, and those of style sheets, for which the element is
 // the "style" element.
 void lookAtProperties(

@@ -67,6 +67,12 @@ double repeatCountOf(const QString &text)
     return text == QLatin1String("indefinite") ? -1.0 : 1.0;
 }
 
+QByteArray textIn(SvgDocument &document)
+{
+    document.seek(0);
+    return document.readAll();
+}
+
 } // namespace
 
 QString nameOf(Animation::Kind kind)
@@ -229,9 +235,11 @@ void Understood::readTree()
             ++m_clippingShapes;
     }
 
+    const QByteArray loaded = textIn(*m_document);
     m_document->saveToBuffer();
-    m_document->seek(0);
-    m_savedTexts = SourcePlaces(QString::fromUtf8(m_document->readAll())).texts();
+    const QByteArray saved = textIn(*m_document);
+    m_isDrawnAsSaved = loaded == saved || !m_document->animations().empty();
+    m_savedTexts = SourcePlaces(QString::fromUtf8(saved)).texts();
 }
 
 void Understood::readAnimations()

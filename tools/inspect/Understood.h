@@ -106,6 +106,9 @@ public:
     // The texts as they are once the library has saved its tree.
     const std::vector<SourceText> &savedTexts() const { return m_savedTexts; }
 
+    // Whether the title is drawn from a saved tree even when nobody recolours it.
+    bool isDrawnAsSaved() const { return m_isDrawnAsSaved; }
+
     // The numbers of the elements that the renderer could not read and leaves out.
     std::vector<int> leftOut() const;
 
@@ -129,6 +132,7 @@ private:
     std::vector<QDomElement> m_tree;           // by number
     std::map<std::vector<int>, int> m_numbers; // by the element's place in the tree
     std::vector<SourceText> m_savedTexts;
+    bool m_isDrawnAsSaved = false;
     int m_clippingShapes = 0;
     QHash<QString, int> m_ids;
     std::vector<Animation> m_animations;
