@@ -286,8 +286,12 @@ std::vector<Family> animatedFamilies(const SourcePlaces &source)
 std::set<int> elementsWithLetters(const SourcePlaces &source)
 {
     std::set<int> elements;
-    for (const SourceText &text : source.texts())
-        elements.insert(text.owners.begin(), text.owners.end());
+    for (const SourceText &text : source.texts()) {
+        for (const SourceText::Piece &piece : text.pieces) {
+            if (!piece.letters.trimmed().isEmpty())
+                elements.insert(piece.element);
+        }
+    }
     return elements;
 }
 
