@@ -59,22 +59,12 @@ void dragHandle(World &world)
     drag(world, centreOnScene(*world.firstHandle()));
 }
 
-/// What Qt itself allows while it handles an event of the frame.
-const QVector<Reaction> &gentleReactions()
+/// What Qt allows while it changes an item.
+const QVector<Reaction> &lateReactions()
 {
     static const QVector<Reaction> steps = {
-            {QStringLiteral("delete child"), [](World &world) { delete world.child; }, childGone},
-            {QStringLiteral("delete handle"), [](World &world) { delete world.firstHandle(); },
-             allThere},
-            {QStringLiteral("clear helper"), [](World &world) { world.helper->clear(); }, allThere},
-            {QStringLiteral("remove from helper"),
-             [](World &world) { world.helper->removeItem(world.decorator); }, allThere},
-            {QStringLiteral("remove and add again"),
-             [](World &world) {
-                 world.helper->removeItem(world.decorator);
-                 world.helper->addItem(world.decorator);
-             },
-             allThere},
+            {QStringLiteral("delete child later"), [](World &world) { world.child->deleteLater(); },
+             childGone},
             {QStringLiteral("delete decorator later"),
              [](World &world) { world.decorator->deleteLater(); }, gone},
             {QStringLiteral("delete by the helper later"),
@@ -83,11 +73,36 @@ const QVector<Reaction> &gentleReactions()
              allGone},
             {QStringLiteral("delete helper later"),
              [](World &world) { world.helper->deleteLater(); }, allGone},
-            {QStringLiteral("child leaves the frame"),
-             [](World &world) { world.child->setParentItem(nullptr); }, allThere},
-            {QStringLiteral("no handles"), [](World &world) { setHandles(world, {}); }, allThere},
-            {QStringLiteral("hide"), [](World &world) { world.decorator->hide(); }, allThere},
     };
+    return steps;
+}
+
+/// What Qt itself allows while it handles an event of the frame.
+const QVector<Reaction> &gentleReactions()
+{
+    static const QVector<Reaction> steps = lateReactions()
+            + QVector<Reaction>{
+                    {QStringLiteral("delete child"), [](World &world) { delete world.child; },
+                     childGone},
+                    {QStringLiteral("delete handle"),
+                     [](World &world) { delete world.firstHandle(); }, allThere},
+                    {QStringLiteral("clear helper"), [](World &world) { world.helper->clear(); },
+                     allThere},
+                    {QStringLiteral("remove from helper"),
+                     [](World &world) { world.helper->removeItem(world.decorator); }, allThere},
+                    {QStringLiteral("remove and add again"),
+                     [](World &world) {
+                         world.helper->removeItem(world.decorator);
+                         world.helper->addItem(world.decorator);
+                     },
+                     allThere},
+                    {QStringLiteral("child leaves the frame"),
+                     [](World &world) { world.child->setParentItem(nullptr); }, allThere},
+                    {QStringLiteral("no handles"), [](World &world) { setHandles(world, {}); },
+                     allThere},
+                    {QStringLiteral("hide"), [](World &world) { world.decorator->hide(); },
+                     allThere},
+            };
     return steps;
 }
 
@@ -223,6 +238,30 @@ void DecoratorSlotsTest::inSlots_data()
     addRows("decorationChanged by setRotateHandleItem", {Frame::Rotate},
             [](World &world) { setHandles(world, {}); });
     addRows("decorationChanged by a drag", resize, dragHandle);
+    addRows(
+            "decorationChanged by hiding", allFrames(),
+            [](World &world) { world.decorator->hide(); }, gentleReactions());
+    addRows(
+            "decorationChanged by showing", allFrames(),
+            [](World &world) {
+                {
+                    const QSignalBlocker blocker(world.decorator);
+                    world.decorator->hide();
+                }
+                world.decorator->show();
+            },
+            gentleReactions());
+    addRows(
+            "decorationChanged by coming to a scene", allFrames(),
+            [](World &world) {
+                world.scene->removeItem(world.decorator);
+                world.scene->addItem(world.decorator);
+                QCoreApplication::processEvents();
+            },
+            gentleReactions());
+    addRows(
+            "decorationChanged by a move of the child", allFrames(),
+            [](World &world) { world.child->setX(10.0); }, lateReactions());
 }
 
 void DecoratorSlotsTest::inSlots()

@@ -25,8 +25,9 @@
 /// count twice.
 ///
 /// A slot connected to itemMoved(), or to what a subclass reports, may delete the decorator. Where
-/// Qt itself is in the middle of changing the item, as during geometryChanged() or the scene's
-/// selectionChanged(), only QObject::deleteLater() will do, as for any graphics item.
+/// Qt itself may be in the middle of changing the item, as during geometryChanged(),
+/// decorationChanged() or the scene's selectionChanged(), only QObject::deleteLater() will do, as
+/// for any graphics item.
 ///
 /// A subclass ends its constructor with updateDecoration(), adjustToChild(),
 /// setUpChildConnections() and updateDecoration(), in this order.
@@ -69,10 +70,13 @@ Q_SIGNALS:
     /// The user has moved the frame, once for each drag.
     void itemMoved();
 
-    /// Position, rotation, scale or transform have changed, by whomever.
+    /// Position, rotation, scale or transform have changed, by whomever. Comes while Qt changes
+    /// them: who wants to delete the frame then, uses deleteLater().
     void geometryChanged();
 
-    /// The handles have been placed anew.
+    /// The handles have been placed anew. Comes also while Qt shows or hides the frame, looks at it
+    /// for the first time on a scene, or changes its child: who wants to delete the frame or the
+    /// child then, uses deleteLater().
     void decorationChanged();
 
 public Q_SLOTS:

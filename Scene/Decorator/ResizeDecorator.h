@@ -22,6 +22,10 @@ Q_DECLARE_METATYPE(QSet<Qt::WindowFrameSection>)
 /// gives the child a negative one. A drag that shifts the decorator is reported by itemMoved() as
 /// well, before itemResized().
 ///
+/// An item that is to be sized and turned gets a ResizeDecorator, and that a RotateDecorator around
+/// it. Not the other way round: what is sized is the child's bounding rectangle, which for a frame
+/// holds its handles, so the item would grow by the handle that turns with every move of the mouse.
+///
 /// \ingroup decorators
 class TITLESCENE_EXPORT ResizeDecorator : public AbstractDecorator
 {

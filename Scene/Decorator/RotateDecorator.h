@@ -12,6 +12,12 @@
 /// turned, mirrored, scaled or sheared. It does so only as long as the frame's own transform keeps
 /// angles: where that mirrors, say, the item turns against the mouse.
 ///
+/// Around a ResizeDecorator it makes an item one to be sized and turned; the opposite edge then
+/// stays where it is while the item is sized, however it is turned: \code auto *sizing = new
+/// ResizeDecorator(title); auto *turning = new RotateDecorator(sizing); scene->addItem(turning);
+/// \endcode
+/// A RotateDecorator inside of a ResizeDecorator does not work (see there).
+///
 /// \ingroup decorators
 class TITLESCENE_EXPORT RotateDecorator : public AbstractDecorator
 {

@@ -88,7 +88,7 @@ void addTitles(QGraphicsScene *scene, const QString &svgText, QTextDocument *tex
 //! [items]
 
 //! [decorators]
-/// Frames around an SVG title, to be sized, and a text, to be turned.
+/// Frames around an SVG title, to be sized, and a text, to be sized and turned.
 void addFramedTitles(QGraphicsScene *scene, const QString &svgText, QTextDocument *text,
                      QObject *styling)
 {
@@ -103,16 +103,19 @@ void addFramedTitles(QGraphicsScene *scene, const QString &svgText, QTextDocumen
     auto *headline = new TitleItem(QSizeF(700.0, 200.0), text);
     headline->setSize(QSizeF(700.0, 200.0));
     headline->setPos(1180.0, 240.0);
-    auto *turning = new RotateDecorator(headline);
+    auto *width = new ResizeDecorator(headline);
+    width->setAvailableHandles({Qt::LeftSection, Qt::RightSection}); // the height is the text's
+    auto *turning = new RotateDecorator(width); // outside, as the size would count its handle
     turning->setRotation(-12.0);
     scene->addItem(turning);
 
     const qreal unitsPerPixel = 3.0; // of the view, for handles that keep their size on the screen
     for (AbstractDecorator *frame :
-         {static_cast<AbstractDecorator *>(sizing), static_cast<AbstractDecorator *>(turning)}) {
+         {static_cast<AbstractDecorator *>(sizing), static_cast<AbstractDecorator *>(width),
+          static_cast<AbstractDecorator *>(turning)})
         frame->setStylingObject(styling);
-        frame->setViewScale(unitsPerPixel);
-    }
+    sizing->setViewScale(unitsPerPixel);
+    turning->setViewScale(unitsPerPixel); // and the frame inside
     svg->setStylingObject(styling);
     headline->setStylingObject(styling);
 }
@@ -121,8 +124,10 @@ void addFramedTitles(QGraphicsScene *scene, const QString &svgText, QTextDocumen
 //! [styling]
 void setPens(QObject *styling)
 {
-    const QPen outer(QColor(0x4c, 0xc2, 0xff), 2.0);
-    const QPen inner(QColor(0x10, 0x30, 0x40), 4.0);
+    QPen outer(QColor(0x4c, 0xc2, 0xff), 1.0);
+    QPen inner(QColor(0x10, 0x30, 0x40), 3.0);
+    outer.setCosmetic(true); // as wide at every scale and zoom
+    inner.setCosmetic(true);
     styling->setProperty("decoratorPen", outer);
     styling->setProperty("strokePen", inner);
     styling->setProperty("strokeColor", inner); // of a text
