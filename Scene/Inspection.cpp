@@ -177,9 +177,9 @@ void Inspection::processingInstruction(std::string_view target)
 
 void Inspection::inspectStyleSheet(std::string_view text)
 {
-    m_styleSheet += qint64(text.size());
-    hold(m_styleSheet, AdmissionLimits::styleSheetSize);
     const SelectorScan scan = scanSelectors(text);
+    m_styleSheet += qint64(text.size()) - scan.embedded;
+    hold(m_styleSheet, AdmissionLimits::styleSheetSize);
     m_selectors.single += scan.single;
     m_selectors.ancestor += scan.ancestor;
     m_selectors.sibling += scan.sibling;

@@ -67,12 +67,50 @@ bool beginsHidden(std::string_view text, std::size_t at)
     return text[at] == '"' || text[at] == '\'' || text.substr(at, 2) == "/*";
 }
 
+bool isLetterOrDigit(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+bool isFontFace(std::string_view list)
+{
+    constexpr std::string_view keyword = "@font-face";
+    const std::size_t start = std::min(list.find_first_not_of(" \t\n\r\f"), list.size());
+    list.remove_prefix(start);
+    return list.substr(0, keyword.size()) == keyword && isBlank(list.substr(keyword.size()));
+}
+
+/// What does not count of a rule for a font, from after its "{". Whatever breaks a token in two is
+/// left to count, so that there can't be more tokens than that.
+qint64 countEmbedded(std::string_view rule)
+{
+    constexpr std::string_view url = "url(";
+    rule = rule.substr(0, rule.find('}'));
+    if (rule.find('\\') != std::string_view::npos)
+        return 0;
+    qint64 count = 0;
+    for (std::size_t at = 0; at < rule.size(); ++at) {
+        const bool isUrl = rule.substr(at, url.size()) == url;
+        if (!isUrl && rule[at] != '"' && rule[at] != '\'')
+            continue;
+        const std::size_t begin = at + (isUrl ? url.size() : 1);
+        const std::size_t end = rule.find(isUrl ? ')' : rule[at], begin);
+        if (end == std::string_view::npos)
+            break;
+        const std::string_view content = rule.substr(begin, end - begin);
+        count += std::count_if(content.begin(), content.end(), isLetterOrDigit);
+        at = end;
+    }
+    return count;
+}
+
 } // namespace
 
 SelectorScan scanSelectors(std::string_view styleSheet)
 {
     SelectorScan scan;
     std::size_t start = 0;
+    int depth = 0;
     for (std::size_t at = 0; at < styleSheet.size(); ++at) {
         if (beginsHidden(styleSheet, at)) {
             const std::size_t after = afterHidden(styleSheet, at);
@@ -85,8 +123,14 @@ SelectorScan scanSelectors(std::string_view styleSheet)
         } else if (styleSheet[at] == '\\') {
             break;
         } else if (isOneOf(styleSheet[at], "{};")) {
-            if (styleSheet[at] == '{')
-                addSelectors(styleSheet.substr(start, at - start), &scan);
+            const std::string_view before = styleSheet.substr(start, at - start);
+            if (styleSheet[at] == '{') {
+                addSelectors(before, &scan);
+                if (depth++ == 0 && isFontFace(before))
+                    scan.embedded += countEmbedded(styleSheet.substr(at + 1));
+            } else if (styleSheet[at] == '}') {
+                depth = std::max(depth - 1, 0);
+            }
             start = at + 1;
         }
     }

@@ -14,6 +14,10 @@ struct SelectorScan
     qint64 single = 0;   ///< looked at once
     qint64 ancestor = 0; ///< looked for among the elements around
     qint64 sibling = 0;  ///< looked for among the elements before
+
+    /// Letters and digits in quotes and url() of "@font-face", as those of a font that stands in
+    /// the text. The renderer reads them once, at the price of other text, and uses none.
+    qint64 embedded = 0;
 };
 
 SelectorScan scanSelectors(std::string_view styleSheet);

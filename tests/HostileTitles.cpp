@@ -117,6 +117,8 @@ std::vector<RefusedTitle> refusedTitles()
         QStringLiteral("document type"));
     add("reference in the document type", declared(QStringLiteral("%a;") + model, rect),
         QStringLiteral("more than entities"));
+    add("percent sign in the value of an entity",
+        declared(QStringLiteral("<!ENTITY a \"100%\">"), rect), QStringLiteral("Unexpected '%'"));
     add("notation", declared(QStringLiteral("<!NOTATION a SYSTEM \"b\">"), rect),
         QStringLiteral("more than entities"));
     add("deep nesting", svgTitle(repeated("<g>", 10000) + rect + repeated("</g>", 10000)),

@@ -440,6 +440,23 @@ void AdmissionTest::passesTextsByteForByte_data()
     QTest::newRow("entities of an editor") << QByteArray(
             "<!DOCTYPE svg PUBLIC \"-//W3C//DTD SVG 1.1//EN\" \"svg11.dtd\" [<!-- ]> -->"
             "<!ENTITY ns \"http://www.w3.org/2000/svg\"> ]>\n<svg xmlns=\"&ns;\"/>");
+    QTest::newRow("predefined references beside an entity")
+            << QByteArray("<!DOCTYPE svg [<!ENTITY a \"&lt;&gt;\">]>"
+                          + svg("<desc b=\"" + QByteArray("&amp;&quot;").repeated(600) + "\">"
+                                + QByteArray("&lt;&gt;&apos;").repeated(600) + "&a;</desc>"));
+    QTest::newRow("percent signs in a document type") << QByteArray(
+            "<!DOCTYPE svg SYSTEM 'a%20b' [<!-- 100% %c; --><?d 100% %e;?><!ENTITY f '100&#37;'>"
+            "<!ENTITY g SYSTEM \"h%20i\">]>"
+            + svg("<rect width=\"&f;\"/>"));
+    QTest::newRow("declarations in a comment of a document type") << QByteArray(
+            "<!DOCTYPE svg [<!-- <!ELEMENT a (b)> <!ATTLIST a b CDATA 'c'> -->]>" + svg("<g/>"));
+    QByteArray font;
+    for (int i = 0; i < 300'000; ++i)
+        font += "Ab9eZ0/x+7"[i * 7 % 31 % 10];
+    QTest::newRow("font in a style sheet") << svg(
+            "<style>@font-face { font-family: 'a'; src: url(data:font/woff2;base64," + font
+            + ") format('woff2') }\n.a { font-family: 'a' }</style><text class=\"a\">b</text>"
+            + QByteArray("<g/>").repeated(1000));
     QTest::newRow("picture") << svg(picture(fileOf(40, 40, "png")));
     QTest::newRow("picture with packed texts") << svg(picture(withTexts(int(packedTexts.most))));
     QTest::newRow("photograph in many scans") << svg(picture(withScans(int(pictureScans.most))));

@@ -14,6 +14,8 @@ class SelectorScanTest : public WarningFreeTest
 private Q_SLOTS:
     void counts_data();
     void counts();
+    void leavesFontsOut_data();
+    void leavesFontsOut();
 };
 
 void SelectorScanTest::counts_data()
@@ -55,6 +57,39 @@ void SelectorScanTest::counts()
     QTEST(int(scan.single), "single");
     QTEST(int(scan.ancestor), "ancestor");
     QTEST(int(scan.sibling), "sibling");
+}
+
+void SelectorScanTest::leavesFontsOut_data()
+{
+    QTest::addColumn<QByteArray>("styleSheet");
+    QTest::addColumn<int>("embedded");
+    const auto add = [](const char *styleSheet, int embedded) {
+        QTest::newRow(styleSheet) << QByteArray(styleSheet) << embedded;
+    };
+    add("@font-face{src:url(Ab1+/=)}", 3);
+    add("@font-face { src: url( 'Ab1' ), url(\"c\") format('d') ; }", 5);
+    add("a{} \n@font-face\n{src:url(A\nB)} b{} @font-face{src:'c'}", 3);
+    add("/* a */@font-face{src:url(b)}", 1);
+    add("@font-face{src:local(abc)}", 0);
+    // Where something else may be meant, all counts.
+    add("a{src:url(Ab1)}", 0);
+    add("a @font-face{src:url(Ab1)}", 0);
+    add("a{@font-face{src:url(Ab1)}}", 0);
+    add("@media print{@font-face{src:url(Ab1)}}", 0);
+    add("@font-faces{src:url(Ab1)}", 0);
+    add("@font-face{src:url(Ab1", 0);
+    add("@font-face{src:'Ab1", 0);
+    add("@font-face{}a{src:url(Ab1)}", 0);
+    add("@font-face{src:url(}a{src:Ab1)}", 0);
+    add("@font-face{src:url(a\\7d a)}", 0);
+}
+
+void SelectorScanTest::leavesFontsOut()
+{
+    QFETCH(QByteArray, styleSheet);
+    const SelectorScan scan =
+            scanSelectors(std::string_view(styleSheet.constData(), std::size_t(styleSheet.size())));
+    QTEST(int(scan.embedded), "embedded");
 }
 
 QTEST_APPLESS_MAIN(SelectorScanTest)
