@@ -191,6 +191,8 @@ private Q_SLOTS:
     void writesAStillTitleAsOneFrame();
     void writesARangeOfFrames_data();
     void writesARangeOfFrames();
+    void hasNothingToDoPastTheEnd_data();
+    void hasNothingToDoPastTheEnd();
     void writesGivenTimes();
     void fitsTheTitleIntoASize_data();
     void fitsTheTitleIntoASize();
@@ -431,6 +433,40 @@ void TestRender::writesARangeOfFrames()
     const QImage image = picture(QStringLiteral("frames/") + expected.constFirst());
     QCOMPARE(image.pixel(2 * first, 15), red);
     QCOMPARE(image.pixel(2 * first + 10, 15), nothing);
+}
+
+void TestRender::hasNothingToDoPastTheEnd_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<bool>("isNoteShown");
+
+    QTest::newRow("frames") << QStringLiteral("-o frames --frames 25-30") << true;
+    QTest::newRow("a single frame") << QStringLiteral("-o frames --frames 25") << true;
+    QTest::newRow("far away") << QStringLiteral("-o frames --frames 9999999998-9999999999") << true;
+    QTest::newRow("workers") << QStringLiteral("-o frames --frames 25-30 --jobs 2") << true;
+    QTest::newRow("raw") << QStringLiteral("--raw --frames 25-30") << true;
+    QTest::newRow("contact sheet")
+            << QStringLiteral("--contact-sheet sheet.png --frames 25-30") << true;
+    QTest::newRow("strict") << QStringLiteral("-o frames --frames 25-30 --strict") << true;
+    QTest::newRow("quiet") << QStringLiteral("-o frames --frames 25-30 --quiet") << false;
+}
+
+void TestRender::hasNothingToDoPastTheEnd()
+{
+    QFETCH(QString, arguments);
+    QFETCH(bool, isNoteShown);
+
+    const QStringList before = files(QString());
+    const Result result =
+            run(QStringList(QStringLiteral("moving.svg")) + arguments.split(QLatin1Char(' ')));
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.output, QByteArray());
+    const QByteArray first = arguments.contains(QStringLiteral("9999999998")) ? "9999999998" : "25";
+    QCOMPARE(result.errors,
+             isNoteShown ? "titlescene-render: note: moving.svg: nothing to do, since frame "
+                             + first + " is past the last frame, 24\n"
+                         : QByteArray());
+    QCOMPARE(files(QString()), before);
 }
 
 void TestRender::writesGivenTimes()
@@ -755,6 +791,9 @@ void TestRender::readsEncodings_data()
     QTest::newRow("UTF-16, little endian") << utf16(text, false);
     QTest::newRow("UTF-16, big endian") << utf16(text, true);
     QTest::newRow("UTF-16, declared") << utf16(declared(QStringLiteral("UTF-16")), false);
+    QTest::newRow("ISO 8859-1, declared") << declared(QStringLiteral("ISO-8859-1"))
+                                                     .toLatin1()
+                                                     .replace("<rect", "<desc>\xe9</desc><rect");
 }
 
 void TestRender::readsEncodings()
@@ -857,8 +896,6 @@ void TestRender::refusesWithOneLine_data()
     fails("wide.svg -o frames", "wide.svg: a picture of 16385x10 pixels is too large");
     fails("huge.svg -o frames", "huge.svg: a picture of 16000x16000 pixels is too large");
     fails("huge.svg --contact-sheet sheet.png", "huge.svg: a picture of");
-    fails("moving.svg -o frames --frames 25", "moving.svg: frame 25 is past the last frame, 24");
-    fails("moving.svg -o frames --frames 25-30", "moving.svg: frame 25 is past the last frame, 24");
     fails("moving.svg -o red.svg", "red.svg: is a file, not a folder");
     fails("moving.svg -o red.svg/frames", "red.svg/frames: ");
     fails("moving.svg -o red.svg --jobs 2", "red.svg: is a file, not a folder");

@@ -11,6 +11,9 @@
 #include "Timeline.h"
 #include "TimelineBar.h"
 
+#include <Failure.h>
+#include <TitleText.h>
+
 #include <QAction>
 #include <QCloseEvent>
 #include <QDir>
@@ -345,12 +348,12 @@ void MainWindow::showFailure(const QString &what, const QString &why)
 bool MainWindow::addTemplate(const QString &path)
 {
     QString error;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        error = file.errorString();
-    else if (m_editor.addSvg(QFileInfo(path).completeBaseName(), QString::fromUtf8(file.readAll()),
-                             &error))
-        return true;
+    try {
+        if (m_editor.addSvg(QFileInfo(path).completeBaseName(), readTitleText(path), &error))
+            return true;
+    } catch (const Failure &failure) {
+        error = failure.reason();
+    }
     showFailure(tr("%1 can't be shown.").arg(QFileInfo(path).fileName()), error);
     return false;
 }

@@ -4,6 +4,7 @@
 #include "PngExport.h"
 
 #include <Failure.h>
+#include <FrameNames.h>
 #include <SafeFile.h>
 
 #include <QDir>
@@ -23,7 +24,7 @@ int PngExport::frameCount() const
 
 QString PngExport::fileName(int frame)
 {
-    return QStringLiteral("frame-%1.png").arg(frame + 1, 5, 10, QLatin1Char('0'));
+    return frameFileName(frame);
 }
 
 void PngExport::start()

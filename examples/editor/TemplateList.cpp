@@ -5,6 +5,9 @@
 
 #include "Compositor.h"
 
+#include <Failure.h>
+#include <TitleText.h>
+
 #include <QDir>
 #include <QMimeData>
 #include <QPainter>
@@ -21,15 +24,16 @@ QPixmap picture(const QString &path)
 {
     QPixmap pixmap(iconSizeOfTemplates);
     pixmap.fill(QColor(0x3a, 0x3e, 0x42));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return pixmap;
-    QPainter painter(&pixmap);
-    painter.drawImage(0, 0, thumbnail(QString::fromUtf8(file.readAll()), pixmap.size()));
+    try {
+        const QImage image = thumbnail(readTitleText(path), pixmap.size());
+        QPainter(&pixmap).drawImage(0, 0, image);
+    } catch (const Failure &) {
+        // The ground alone: why it can't be read is told who wants to add it.
+    }
     return pixmap;
 }
 
-QString displayName(const QFileInfo &file)
+QString templateName(const QFileInfo &file)
 {
     QString name = file.completeBaseName();
     name.replace(QLatin1Char('-'), QLatin1Char(' '));
@@ -66,7 +70,7 @@ void TemplateList::setFolder(const QString &path)
     QPixmap emptyThumbnail(iconSizeOfTemplates);
     emptyThumbnail.fill(QColor(0x3a, 0x3e, 0x42));
     for (const QFileInfo &file : files) {
-        auto *item = new QListWidgetItem(emptyThumbnail, displayName(file), this);
+        auto *item = new QListWidgetItem(emptyThumbnail, templateName(file), this);
         item->setData(pathRole, file.absoluteFilePath());
         item->setToolTip(QDir::toNativeSeparators(file.absoluteFilePath()));
     }

@@ -6,6 +6,7 @@
 #include "Failure.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QTextCodec>
 
 #include <cstdio>
@@ -52,6 +53,26 @@ QByteArray readBytes(const QString &titleName)
     return bytes;
 }
 
+// In what the XML declaration says a text is, when it can be read up to there as it is.
+QTextCodec *declaredCodec(const QByteArray &bytes)
+{
+    constexpr int longestDeclaration = 200;
+    static const QRegularExpression encoding(
+            QStringLiteral("^<\\?xml\\s[^>]*\\bencoding\\s*=\\s*[\"']([\\w.:-]+)[\"']"));
+    const QString begin = QString::fromLatin1(bytes.left(longestDeclaration));
+    QTextCodec *codec = QTextCodec::codecForName(encoding.match(begin).captured(1).toLatin1());
+    const QString plain = QStringLiteral("<?xml");
+    return codec && codec->fromUnicode(plain) == plain.toLatin1() ? codec : nullptr;
+}
+
+const QTextCodec *codecFor(const QByteArray &bytes)
+{
+    if (const QTextCodec *const marked = QTextCodec::codecForUtfText(bytes, nullptr))
+        return marked;
+    const QTextCodec *const declared = declaredCodec(bytes);
+    return declared ? declared : QTextCodec::codecForName("UTF-8");
+}
+
 } // namespace
 
 QString standardInputName()
@@ -67,9 +88,7 @@ QString displayName(const QString &titleName)
 QString readTitleText(const QString &titleName)
 {
     const QByteArray bytes = readBytes(titleName);
-    QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
-    const QTextCodec *codec = QTextCodec::codecForUtfText(bytes, utf8);
-
+    const QTextCodec *const codec = codecFor(bytes);
     QTextCodec::ConverterState state;
     const QString text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
     if (state.invalidChars > 0 || state.remainingChars > 0) {

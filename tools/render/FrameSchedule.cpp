@@ -3,6 +3,8 @@
 
 #include "FrameSchedule.h"
 
+#include "FrameNames.h"
+
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -127,13 +129,12 @@ int FrameSchedule::timeOf(qint64 index) const
 
 QString FrameSchedule::fileNameOf(qint64 index) const
 {
-    const QLatin1Char zero('0');
     if (m_rate)
-        return QStringLiteral("frame-%1.png").arg(m_range.first + index, 6, 10, zero);
+        return frameFileName(m_range.first + index);
 
     const qint64 time = timeOf(index);
     const QString sign = time < 0 ? QStringLiteral("-") : QString();
-    return QStringLiteral("at-%1%2ms.png").arg(sign).arg(qAbs(time), 8, 10, zero);
+    return QStringLiteral("at-%1%2ms.png").arg(sign).arg(qAbs(time), 8, 10, QLatin1Char('0'));
 }
 
 QStringList FrameSchedule::argumentsFor(qint64 first, qint64 last) const

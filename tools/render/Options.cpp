@@ -31,7 +31,8 @@ struct OptionSet
             QStringLiteral("frames"),
             QStringLiteral(
                     "Only the frames A to B, both included, or the single frame A. The first "
-                    "frame is 0; a range that runs past the last frame ends with it."),
+                    "frame is 0; a range that runs past the last frame ends with it, and is empty "
+                    "when it begins there."),
             QStringLiteral("A-B")};
     QCommandLineOption at{
             QStringLiteral("at"),

@@ -103,6 +103,12 @@ void ConsoleReporter::failure(const QString &message)
     showLine(message);
 }
 
+void ConsoleReporter::note(const QString &text)
+{
+    if (!m_quiet)
+        showLine(QStringLiteral("note: %1").arg(text));
+}
+
 void ConsoleReporter::showWarning(const QString &line)
 {
     if (!m_quiet || isStrict())

@@ -19,6 +19,9 @@ public:
     virtual void pictureDone() = 0;
     virtual void failure(const QString &message) = 0;
 
+    // What may surprise and is right.
+    virtual void note(const QString &) {}
+
     // Each distinct text is shown once, as one line of a reasonable length.
     void warning(const QString &text);
 
@@ -44,6 +47,7 @@ public:
     void begin(qint64 pictures) override;
     void pictureDone() override;
     void failure(const QString &message) override;
+    void note(const QString &text) override;
 
 private:
     void showWarning(const QString &line) override;

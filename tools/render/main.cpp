@@ -21,10 +21,14 @@
 #include <QGuiApplication>
 
 #include <memory>
+#include <optional>
 
 namespace {
 
-FrameSchedule scheduleFor(const Options &options, const Title &title)
+// None when the title has none of the frames, which is right for one of many tasks that share the
+// frames of titles of any length.
+std::optional<FrameSchedule> scheduleFor(const Options &options, const Title &title,
+                                         Reporter &reporter)
 {
     if (options.times)
         return FrameSchedule(*options.times);
@@ -33,10 +37,11 @@ FrameSchedule scheduleFor(const Options &options, const Title &title)
     if (!options.frames)
         return FrameSchedule(options.rate, {0, lastFrame});
     if (options.frames->first > lastFrame) {
-        throw Failure(title.name(),
-                      QStringLiteral("frame %1 is past the last frame, %2")
+        reporter.note(QStringLiteral("%1: nothing to do, since frame %2 is past the last frame, %3")
+                              .arg(title.name())
                               .arg(options.frames->first)
                               .arg(lastFrame));
+        return std::nullopt;
     }
     return FrameSchedule(options.rate,
                          {options.frames->first, qMin(options.frames->last, lastFrame)});
@@ -86,24 +91,27 @@ void render(const Options &options, Reporter &reporter)
     if (!options.worker)
         warnOfMissingFonts(text, reporter);
     reporter.refuseWarnings();
-    const FrameSchedule schedule = scheduleFor(options, title);
+    const std::optional<FrameSchedule> schedule = scheduleFor(options, title, reporter);
+    if (!schedule)
+        return;
+
     const QSize canvas = options.size.isValid() ? options.size : title.size();
     const FramePainter painter(title, canvas, options.background);
-    const ContactSheet sheet(title, schedule, canvas, options.background);
+    const ContactSheet sheet(title, *schedule, canvas, options.background);
 
     const bool hasFrames = !options.outputFolder.isEmpty();
     const bool hasSheet = !options.contactSheet.isEmpty();
     if (!options.raw)
-        reporter.begin((hasFrames ? schedule.count() : 0) + (hasSheet ? sheet.pictureCount() : 0));
+        reporter.begin((hasFrames ? schedule->count() : 0) + (hasSheet ? sheet.pictureCount() : 0));
 
     if (rawOutput)
-        writeRaw(painter, schedule, *rawOutput, reporter);
+        writeRaw(painter, *schedule, *rawOutput, reporter);
     if (hasFrames) {
         makeFolder(options.outputFolder);
         if (options.jobs > 1)
-            WorkerPool(options, text, reporter).render(schedule);
+            WorkerPool(options, text, reporter).render(*schedule);
         else
-            writeFrames(painter, schedule, options.outputFolder, reporter);
+            writeFrames(painter, *schedule, options.outputFolder, reporter);
     }
     if (hasSheet)
         writeContactSheet(sheet, options.contactSheet, reporter);
