@@ -44,6 +44,23 @@ bool isPointerEvent(int type)
             && type != QEvent::GraphicsSceneContextMenu;
 }
 
+/// The scene asks an item that took no key for its parent, and sends on to one that takes a drag.
+void keepFromDeletedItem(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+        event->accept();
+        break;
+    case QEvent::GraphicsSceneDragEnter:
+        event->ignore();
+        break;
+    default:
+        break;
+    }
+}
+
 QClipboard::Mode clipboardModeFor(const QKeyEvent &event, const QClipboard &clipboard)
 {
     const bool pastesSelection = clipboard.supportsSelection()
@@ -225,11 +242,15 @@ bool TitleItem::sceneEvent(QEvent *event)
 
     const QPointer<TitleItem> guard(this);
     const bool result = QGraphicsTextItem::sceneEvent(event);
-    if (!guard)
+    if (!guard) {
+        keepFromDeletedItem(event);
         return result;
+    }
     if (type == QEvent::InputMethod && toHtml() == html)
         m_modified = wasModified;
     checkFormatChanges(type);
+    if (!guard)
+        keepFromDeletedItem(event);
     return result;
 }
 

@@ -65,7 +65,9 @@ public:
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 Q_SIGNALS:
-    /// Editing has ended and the content was changed.
+    /// Editing has ended and the content was changed. Comes while the item loses the focus, and so
+    /// while Qt hides it, disables it or takes it off its scene: who wants to delete the item then,
+    /// uses deleteLater().
     void contentEdited();
 
     /// The format at the text cursor, after an event that found another one there than before. That
