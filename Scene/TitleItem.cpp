@@ -3,6 +3,7 @@
 
 #include "TitleItem.h"
 
+#include "FollowingFont_p.h"
 #include "FramePens_p.h"
 #include "LayoutDevices_p.h"
 #include "TimeValue_p.h"
@@ -28,9 +29,7 @@
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 #include <QTextLayout>
-#include <QVector>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -54,6 +53,23 @@ bool isPointerEvent(int type)
             && type != QEvent::GraphicsSceneContextMenu;
 }
 
+/// The scene asks an item that took no key for its parent, and sends on to one that takes a drag.
+void keepFromDeletedItem(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+        event->accept();
+        break;
+    case QEvent::GraphicsSceneDragEnter:
+        event->ignore();
+        break;
+    default:
+        break;
+    }
+}
+
 QClipboard::Mode clipboardModeFor(const QKeyEvent &event, const QClipboard &clipboard)
 {
     const bool pastesSelection = clipboard.supportsSelection()
@@ -71,75 +87,6 @@ QString plainText(const QMimeData &data)
     return QTextDocumentFragment::fromHtml(data.html())
             .toPlainText()
             .remove(QChar::ObjectReplacementCharacter);
-}
-
-/// Text of one format, or, when it is empty, a block.
-struct FormatRun
-{
-    int begin;
-    int end;
-    QTextCharFormat format;
-};
-
-QVector<FormatRun> formatRuns(const QTextDocument &document)
-{
-    QVector<FormatRun> runs;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        runs.append({block.position(), block.position(), block.charFormat()});
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const QTextFragment text = it.fragment();
-            runs.append({text.position(), text.position() + text.length(), text.charFormat()});
-        }
-    }
-    return runs;
-}
-
-/// The format with its whole font written into it.
-QTextCharFormat withWholeFont(const QTextCharFormat &format)
-{
-    QTextCharFormat whole = format;
-    whole.setFont(format.font());
-    if (format.hasProperty(QTextFormat::TextUnderlineStyle))
-        whole.setUnderlineStyle(format.underlineStyle()); // a font knows no other line than a solid
-    whole.clearProperty(QTextFormat::FontSizeAdjustment); // steps from the default font's size
-    return whole;
-}
-
-/// Whether the format leaves nothing to the default font that the new one would change.
-bool isIndependentOf(const QTextCharFormat &format, const QFont &newDefault)
-{
-    const QFont font = format.font();
-    return font.resolve(newDefault) == font && !format.hasProperty(QTextFormat::FontSizeAdjustment);
-}
-
-/// Writes the whole font into all formats that would look different under the new default font.
-void keepLook(QTextDocument *document, const QFont &newDefault)
-{
-    QVector<FormatRun> runs = formatRuns(*document);
-    runs.erase(std::remove_if(runs.begin(), runs.end(),
-                              [&newDefault](const FormatRun &run) {
-                                  return isIndependentOf(run.format, newDefault);
-                              }),
-               runs.end());
-    if (runs.isEmpty())
-        return;
-    // An earlier text would come back in the new font. A block's own format shows no text.
-    const bool canBeUndone = document->isUndoAvailable()
-            && std::all_of(runs.cbegin(), runs.cend(),
-                           [](const FormatRun &run) { return run.begin == run.end; });
-    QTextCursor cursor(document);
-    cursor.joinPreviousEditBlock();
-    for (const FormatRun &run : qAsConst(runs)) {
-        cursor.setPosition(run.begin);
-        cursor.setPosition(run.end, QTextCursor::KeepAnchor);
-        if (cursor.hasSelection())
-            cursor.setCharFormat(withWholeFont(run.format));
-        else
-            cursor.setBlockCharFormat(withWholeFont(run.format));
-    }
-    cursor.endEditBlock();
-    if (!canBeUndone)
-        document->clearUndoRedoStacks();
 }
 
 bool isPopupOrViewOf(const QWidget *widget, const QGraphicsScene *scene)
@@ -346,11 +293,15 @@ bool TitleItem::sceneEvent(QEvent *event)
 
     const QPointer<TitleItem> guard(this);
     const bool result = QGraphicsTextItem::sceneEvent(event);
-    if (!guard)
+    if (!guard) {
+        keepFromDeletedItem(event);
         return result;
+    }
     if (type == QEvent::InputMethod && toHtml() == html)
         m_modified = wasModified;
     checkFormatChanges(type);
+    if (!guard)
+        keepFromDeletedItem(event);
     return result;
 }
 
@@ -449,10 +400,10 @@ void TitleItem::keepFormatForNextCharacter()
 void TitleItem::makeDefault(const QFont &font)
 {
     const bool wasModified = m_modified;
-    const bool wasDocumentModified = document()->isModified();
-    keepLook(document(), font);
-    document()->setDefaultFont(font);
-    document()->setModified(wasDocumentModified);
+    const bool isReported = m_lastCharFormat == currentCharFormat();
+    FollowingFont::of(*document()).follow(font);
+    if (isReported)
+        m_lastCharFormat = currentCharFormat(); // which may have its whole font by now
     m_modified = wasModified;
 }
 

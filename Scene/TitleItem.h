@@ -79,10 +79,13 @@ public:
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 Q_SIGNALS:
-    /// Editing has ended and the content was changed.
+    /// Editing has ended and the content was changed. Comes while the item loses the focus, and so
+    /// while Qt hides it, disables it or takes it off its scene: who wants to delete the item then,
+    /// uses deleteLater().
     void contentEdited();
 
-    /// The format at the text cursor, after an event that found another one there than before.
+    /// The format at the text cursor, after an event that found another one there than before. That
+    /// may be an event of any kind, the mouse above the item included.
     void currentCharFormatChanged(QTextCharFormat);
 
     /// The text is of another size. Comes while the text is being laid out: who wants to delete the
@@ -102,8 +105,12 @@ public Q_SLOTS:
     /// Looks at the format at the text cursor after an event of \a type (QEvent::Type): emits
     /// currentCharFormatChanged() when it is another one, keeps it for the next character when all
     /// text is deleted, and makes its font the document's default font, unless the event is one of
-    /// the scene's mouse and hover events. Text that left its font to the default gets that font
-    /// for itself first, and with it the document forgets what could be undone.
+    /// the scene's mouse and hover events.
+    ///
+    /// The default font never changes what is shown, nor what undo and redo bring back. As long as
+    /// nothing can be undone, text that left its font to the default gets that font for itself.
+    /// After that, the default font follows only while all text looks the same with it, and is the
+    /// one that the application set again as soon as other text comes.
     void checkFormatChanges(int type);
 
 protected:

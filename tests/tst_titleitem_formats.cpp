@@ -49,6 +49,8 @@ private Q_SLOTS:
     void reportsAFormatOnce();
     void reportsCanBeQueued();
     void reportsNothingOfDisplayedText();
+    void reportsAtTheFirstEvent();
+    void reportsNothingForFontsWrittenOut();
 
     void deletingKeepsTheFormat_data();
     void deletingKeepsTheFormat();
@@ -64,7 +66,6 @@ private Q_SLOTS:
     void walkingChangesNothing_data();
     void walkingChangesNothing();
     void walkingKeepsTheUndoStack();
-    void gettingAFontClearsTheUndoStack();
     void typesOnAfterOtherFormats();
     void typingKeepsTheLookOfTheRest();
     void selectionSurvivesAnotherDefaultFont();
@@ -195,6 +196,36 @@ void TitleItemFormatsTest::reportsNothingOfDisplayedText()
     stage.doubleClick(stage.pointAt(3));
     stage.press(Qt::Key_Right);
     QCOMPARE(formats.count(), 0);
+}
+
+void TitleItemFormatsTest::reportsAtTheFirstEvent()
+{
+    TextStage stage(QStringLiteral("<b>bold</b> text"));
+    QSignalSpy formats(stage.item, &TitleItem::currentCharFormatChanged);
+    QVERIFY(stage.show());
+    QCOMPARE(formats.count(), 1);
+    QCOMPARE(reported(formats).fontWeight(), int(QFont::Bold));
+    putCursor(stage, 7);
+    QCOMPARE(formats.count(), 1);
+    for (int i = 0; i < 5; ++i)
+        stage.moveMouse(stage.pointAt(i));
+    QCOMPARE(formats.count(), 2);
+    QVERIFY(!reported(formats).font().bold());
+}
+
+/// Text that gets its whole font for itself has no other format for that.
+void TitleItemFormatsTest::reportsNothingForFontsWrittenOut()
+{
+    TextStage stage(QStringLiteral("one <b>two</b>"));
+    QVERIFY(stage.show());
+    stage.item->setEditable(true, stage.pointAt(6));
+    QSignalSpy formats(stage.item, &TitleItem::currentCharFormatChanged);
+    stage.press(Qt::Key_Left);
+    stage.press(Qt::Key_Shift);
+    QCOMPARE(stage.document.defaultFont().weight(), int(QFont::Bold));
+    for (int i = 0; i < 5; ++i)
+        stage.moveMouse(stage.pointAt(i));
+    QCOMPARE(formats.count(), 1);
 }
 
 // Without text
@@ -425,27 +456,6 @@ void TitleItemFormatsTest::walkingKeepsTheUndoStack()
         stage.press(Qt::Key_Left);
     stage.press(QKeySequence::Undo);
     QCOMPARE(stage.text(), QStringLiteral("one two three"));
-}
-
-/// What was typed into text without a font of its own would come back in another font.
-void TitleItemFormatsTest::gettingAFontClearsTheUndoStack()
-{
-    TextStage stage(QStringLiteral("one <b>two</b>"));
-    QVERIFY(stage.show());
-    stage.item->setEditable(true);
-    stage.type(QStringLiteral("x"));
-    QVERIFY(stage.document.isUndoAvailable());
-    stage.press(Qt::Key_End);
-    QCOMPARE(stage.document.defaultFont().weight(), int(QFont::Bold));
-    QVERIFY(!stage.document.isUndoAvailable());
-    QCOMPARE(stage.text(), QStringLiteral("xone two"));
-    QCOMPARE(stage.formatAt(0).font().weight(), int(QFont::Normal));
-
-    stage.type(QStringLiteral("y"));
-    stage.press(Qt::Key_Home);
-    stage.press(Qt::Key_End);
-    stage.press(QKeySequence::Undo);
-    QCOMPARE(stage.text(), QStringLiteral("xone two"));
 }
 
 void TitleItemFormatsTest::typesOnAfterOtherFormats()

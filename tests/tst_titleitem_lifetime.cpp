@@ -4,6 +4,8 @@
 #include "TextStage.h"
 #include "WarningFreeTest.h"
 
+#include <QGraphicsSceneDragDropEvent>
+#include <QMimeData>
 #include <QSignalSpy>
 
 class TitleItemLifetimeTest : public WarningFreeTest
@@ -13,6 +15,10 @@ class TitleItemLifetimeTest : public WarningFreeTest
 private Q_SLOTS:
     void listenersMayDeleteTheTitle_data();
     void listenersMayDeleteTheTitle();
+    void reportListenersMayDeleteTheTitleLater_data();
+    void reportListenersMayDeleteTheTitleLater();
+    void eventsAreKeptFromTheDeletedTitle_data();
+    void eventsAreKeptFromTheDeletedTitle();
     void geometryListenersMayDeleteTheTitle_data();
     void geometryListenersMayDeleteTheTitle();
     void stylingObjectGoesFirst();
@@ -87,6 +93,12 @@ void TitleItemLifetimeTest::listenersMayDeleteTheTitle_data()
         for (int i = 0; i < 9 && stage.item; ++i)
             stage.press(Qt::Key_Right);
     });
+    row("format: a key that is not taken", format, [=](TextStage &stage) {
+        stage.item->setParentItem(stage.scene.addRect(0, 0, 10, 10));
+        stage.item->setEditable(true);
+        putCursorIntoBold(stage);
+        stage.press(Qt::Key_F7);
+    });
     row("format: an input method", format, [=](TextStage &stage) {
         stage.item->setEditable(true);
         putCursorIntoBold(stage);
@@ -114,6 +126,73 @@ void TitleItemLifetimeTest::listenersMayDeleteTheTitle()
     QVERIFY(!stage.item);
     QVERIFY(!stage.scene.items().contains(item));
     QCOMPARE(stage.document.documentLayout()->paintDevice(), nullptr);
+}
+
+/// Also where Qt goes on with the item, as while it hides it; see contentEdited().
+void TitleItemLifetimeTest::reportListenersMayDeleteTheTitleLater_data()
+{
+    QTest::addColumn<Action>("action");
+
+    QTest::newRow("hidden") << Action([](TextStage &stage) { stage.item->hide(); });
+    QTest::newRow("disabled") << Action([](TextStage &stage) { stage.item->setEnabled(false); });
+    QTest::newRow("off the scene")
+            << Action([](TextStage &stage) { stage.scene.removeItem(stage.item); });
+    QTest::newRow("hidden with its parent") << Action([](TextStage &stage) {
+        QGraphicsItem *parent = stage.scene.addRect(0, 0, 10, 10);
+        stage.item->setParentItem(parent);
+        parent->hide();
+    });
+}
+
+void TitleItemLifetimeTest::reportListenersMayDeleteTheTitleLater()
+{
+    QFETCH(const Action, action);
+
+    TextStage stage(QStringLiteral("one <b>bold</b> two"));
+    QVERIFY(stage.show());
+    connect(stage.item, &TitleItem::contentEdited, stage.item, &QObject::deleteLater);
+    stage.doubleClick(stage.pointAt(6));
+    stage.type(QStringLiteral("x"));
+    action(stage);
+    QTRY_VERIFY(!stage.item);
+}
+
+void TitleItemLifetimeTest::eventsAreKeptFromTheDeletedTitle_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("isAccepted");
+
+    QTest::newRow("key press") << int(QEvent::KeyPress) << true;
+    QTest::newRow("key release") << int(QEvent::KeyRelease) << true;
+    QTest::newRow("shortcut") << int(QEvent::ShortcutOverride) << true;
+    QTest::newRow("drag") << int(QEvent::GraphicsSceneDragEnter) << false;
+}
+
+/// The scene would ask it for its parent when it ignored a key, and send it the drop.
+void TitleItemLifetimeTest::eventsAreKeptFromTheDeletedTitle()
+{
+    QFETCH(const int, type);
+    QFETCH(const bool, isAccepted);
+
+    TextStage stage(QStringLiteral("one <b>bold</b> two"));
+    QVERIFY(stage.show());
+    TitleItem *item = stage.item;
+    connect(item, &TitleItem::currentCharFormatChanged, this, [item] { delete item; });
+    stage.item->setEditable(true);
+    QTextCursor cursor(&stage.document);
+    cursor.setPosition(7);
+    stage.item->setTextCursor(cursor);
+
+    QKeyEvent key(QEvent::Type(type), Qt::Key_F7, Qt::NoModifier);
+    QMimeData data;
+    data.setText(QStringLiteral("dragged"));
+    QGraphicsSceneDragDropEvent drag(QEvent::GraphicsSceneDragEnter);
+    drag.setMimeData(&data);
+    QEvent &event = isAccepted ? static_cast<QEvent &>(key) : drag;
+    event.setAccepted(!isAccepted);
+    stage.scene.sendEvent(item, &event);
+    QVERIFY(!stage.item);
+    QCOMPARE(event.isAccepted(), isAccepted);
 }
 
 /// While the text changes, by deleteLater(); see geometryChanged().
