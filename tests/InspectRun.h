@@ -84,3 +84,28 @@ inline QString cleanTitle()
             "<g><animateTransform attributeName=\"transform\" type=\"rotate\" from=\"0\" to=\"90\""
             " begin=\"250ms\" dur=\"1s\" repeatCount=\"2\"/></g>\n"));
 }
+
+/// A text with a "^" in front of what a problem is about.
+struct MarkedText
+{
+    QString text; ///< without it
+    int line;
+    int column;
+
+    explicit MarkedText(QString marked)
+    {
+        const int at = marked.indexOf(QLatin1Char('^'));
+        const QString before = marked.left(at);
+        line = before.count(QLatin1Char('\n')) + 1;
+        column = at - before.lastIndexOf(QLatin1Char('\n'));
+        text = marked.remove(at, 1);
+    }
+};
+
+/// Whether the manual page of the command lists the code of a problem.
+inline bool isInManualPage(QString code)
+{
+    code.replace(QLatin1Char('-'), QLatin1String("\\-"));
+    return readText(QStringLiteral(TITLESCENE_INSPECT_MANUAL))
+            .contains(QStringLiteral("\n.TP\n.B ") + code + QLatin1Char('\n'));
+}

@@ -46,9 +46,11 @@ using Check = void (*)(const Understood &title, ProblemList &problems);
 // The checks, by what they are about, in the order in which they are made.
 const std::vector<Check> &timingChecks();
 const std::vector<Check> &valueChecks();
+const std::vector<Check> &writtenChecks();
 const std::vector<Check> &drawingChecks();
 const std::vector<Check> &styleChecks();
 const std::vector<Check> &paintChecks();
+const std::vector<Check> &pathChecks();
 const std::vector<Check> &textChecks();
 const std::vector<Check> &fontChecks();
 const std::vector<Check> &documentChecks();

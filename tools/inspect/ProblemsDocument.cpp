@@ -51,6 +51,30 @@ void findMissingSize(const Understood &title, ProblemList &problems)
                                  "line and no prefix."));
 }
 
+// A title has the shape of its view box.
+void findStretchedRoots(const Understood &title, ProblemList &problems)
+{
+    constexpr double tolerance = 0.02;
+    const SourceElement &root = rootOf(title);
+    const QString name = QStringLiteral("preserveAspectRatio");
+    const auto pixels = [&root](const char *length) {
+        return root.value(QLatin1String(length)).remove(QLatin1String("px")).toDouble();
+    };
+    const double width = pixels("width");
+    const double height = pixels("height");
+    const QSizeF size = title.size();
+    if (root.value(name).trimmed() == QLatin1String("none") && width > 0.0 && height > 0.0
+        && !size.isEmpty()
+        && qAbs(size.width() * height / (size.height() * width) - 1.0) > tolerance)
+        problems.warn("stretched", root.placeOf(name),
+                      QStringLiteral("the title keeps the ratio of its viewBox, and a browser "
+                                     "stretches it to %1 x %2")
+                              .arg(width)
+                              .arg(height),
+                      QStringLiteral("Write a viewBox of the width and height, and a g element "
+                                     "with a scale around everything."));
+}
+
 // Drawing ends at the first end tag.
 void findNestedRoots(const Understood &title, ProblemList &problems)
 {
@@ -215,8 +239,8 @@ void findDocumentType(const Understood &title, ProblemList &problems)
 const std::vector<Check> &documentChecks()
 {
     static const std::vector<Check> checks{
-            findMissingSize,       findMissingNamespaces, findNestedRoots,   findPrefixes,
-            findUnknownElements,   findConditions,        findEventHandlers, findRepeatedIds,
-            findUndefinedEntities, findDocumentType};
+            findMissingSize, findStretchedRoots,    findMissingNamespaces, findNestedRoots,
+            findPrefixes,    findUnknownElements,   findConditions,        findEventHandlers,
+            findRepeatedIds, findUndefinedEntities, findDocumentType};
     return checks;
 }

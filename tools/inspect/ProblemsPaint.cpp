@@ -18,11 +18,6 @@
 
 namespace {
 
-QString valuesName()
-{
-    return QStringLiteral("values");
-}
-
 // What the renderer reads; everything else is black to it. The library's own reading of "rgba()"
 // gives another colour, too.
 bool isReadColor(const QString &value)
@@ -60,22 +55,58 @@ void findForeignColors(const Understood &title, ProblemList &problems)
     });
 }
 
-// Values that are taken for numbers or words.
+// What the renderer is given for a colour that the document animates.
+bool isReadAnimatedColor(const QString &value)
+{
+    static const QRegularExpression digits(QStringLiteral("^#([0-9A-Fa-f]{3}|[0-9A-Fa-f]{6})$"));
+    return value.startsWith(QLatin1Char('#')) ? value.contains(digits) : isReadColor(value);
+}
+
+// Values that are taken for numbers or words, or for another notation.
 void findForeignAnimatedColors(const Understood &title, ProblemList &problems)
 {
     for (const Animation &animation : title.animations()) {
-        if (!isColorProperty(animation.attribute) || animation.player != Animation::Player::Document
-            || animation.kind == Animation::Kind::Color)
+        if (!isColorProperty(animation.attribute)
+            || animation.player != Animation::Player::Document)
             continue;
-        const SourceElement &element = title.element(animation.element);
-        for (const QString &name : {valuesName(), QStringLiteral("from"), QStringLiteral("to")}) {
-            for (const QString &value : element.value(name).split(QLatin1Char(';'))) {
-                if (value.trimmed().isEmpty() || isReadColor(value.trimmed()))
-                    continue;
-                warnOfColor(problems, element.placeOf(name), value.trimmed());
-                break;
-            }
+        for (const KeyText &value : keyTextsOf(title.element(animation.element))) {
+            if (value.text.isEmpty() || isReadAnimatedColor(value.text))
+                continue;
+            if (animation.kind == Animation::Kind::Color && !QColor::isValidColor(value.text))
+                continue; // told of as unreadable
+            warnOfColor(problems, value.place, value.text);
+            break;
         }
+    }
+}
+
+bool isAnyOf(const std::vector<KeyText> &values, const QStringList &texts)
+{
+    return std::any_of(values.begin(), values.end(),
+                       [&](const KeyText &value) { return texts.contains(value.text); });
+}
+
+// Words change in steps, in a browser those that stand for colours do not, and "none" does not
+// change at all.
+void findAnimatedPaintWords(const Understood &title, ProblemList &problems)
+{
+    static const QStringList words{QStringLiteral("currentColor"), QStringLiteral("inherit")};
+    const QString none = QStringLiteral("none");
+    for (const Animation &animation : title.animations()) {
+        const std::vector<KeyText> values = keyTextsOf(title.element(animation.element));
+        if (!isColorProperty(animation.attribute) || animation.player != Animation::Player::Document
+            || animation.kind == Animation::Kind::Color) // told of as unreadable
+            continue;
+        if (isAnyOf(values, {none}))
+            problems.warn("colour", values.front().place,
+                          QStringLiteral("none is not among the values that browsers animate, and "
+                                         "counts as a word or as black"),
+                          QStringLiteral("Write colours only, and animate fill-opacity or "
+                                         "stroke-opacity as well, with 0 for none."));
+        else if (!animation.isDiscrete && isAnyOf(values, words))
+            problems.warn("colour", values.front().place,
+                          QStringLiteral("a colour does not go over into currentColor or inherit"),
+                          QStringLiteral("Write the colour itself."));
     }
 }
 
@@ -198,13 +229,12 @@ void findAnimatedUnits(const Understood &title, ProblemList &problems)
         if (animation.player != Animation::Player::Document || (!isLength(name) && !isOpacity(name))
             || takesPercentages(title.element(animation.target)))
             continue;
-        const SourceElement &element = title.element(animation.element);
-        for (const QString &values : {valuesName(), QStringLiteral("from"), QStringLiteral("to")}) {
-            const QString unit = unitIn(element.value(values));
+        for (const KeyText &value : keyTextsOf(title.element(animation.element))) {
+            const QString unit = unitIn(value.text);
             if (unit.isEmpty() || unit == QLatin1String("px"))
                 continue;
             const UnitProblem problem = problemOfUnit(name, unit);
-            problems.warn("unit", element.placeOf(values), problem.reason, problem.remedy);
+            problems.warn("unit", value.place, problem.reason, problem.remedy);
             break;
         }
     }
@@ -440,10 +470,18 @@ void findOpacitiesOfSeveral(const Understood &title, ProblemList &problems)
 
 const std::vector<Check> &paintChecks()
 {
-    static const std::vector<Check> checks{
-            findForeignColors,   findForeignAnimatedColors, findColorsOfUses,
-            findUnits,           findAnimatedUnits,         findSizesOfWords,
-            findDashesOfNothing, findGradientsThatInherit,  findGradientsWithoutPlace,
-            findFocalCircles,    findPicturesThatStretch,   findOpacitiesOfSeveral};
+    static const std::vector<Check> checks{findForeignColors,
+                                           findForeignAnimatedColors,
+                                           findAnimatedPaintWords,
+                                           findColorsOfUses,
+                                           findUnits,
+                                           findAnimatedUnits,
+                                           findSizesOfWords,
+                                           findDashesOfNothing,
+                                           findGradientsThatInherit,
+                                           findGradientsWithoutPlace,
+                                           findFocalCircles,
+                                           findPicturesThatStretch,
+                                           findOpacitiesOfSeveral};
     return checks;
 }

@@ -57,11 +57,12 @@ QString restMayBeLost()
 void findUnreadSelectors(const Understood &title, ProblemList &problems)
 {
     static const QRegularExpression pointer(QStringLiteral(":(hover|active|focus|visited)\\b"));
+    static const QRegularExpression attribute(QStringLiteral("\\[\\s*(?!(id|class)\\b)"));
     for (const SourcePlaces::StyleSheet &sheet : title.source().styleSheets()) {
         for (const StyleRules::Rule &rule : sheet.rules.rules()) {
             for (const QString &selector : rule.selectors) {
                 const bool isUnread = selector == QLatin1String("svg")
-                        || selector.contains(QLatin1Char('['))
+                        || selector.contains(attribute)
                         || (selector.contains(QLatin1Char(':')) && !selector.contains(pointer));
                 if (isUnread)
                     problems.warn("style-sheet", sheet.place,
@@ -169,6 +170,26 @@ void findStyledGeometry(const Understood &title, ProblemList &problems)
     });
 }
 
+// CSS takes lengths and angles with units only, unless they are 0, and commas between numbers.
+bool isRefusedByCss(const QString &transform)
+{
+    static const QRegularExpression function(QStringLiteral("(\\w+)\\s*\\(([^)]*)\\)"));
+    static const QRegularExpression needsUnits(QStringLiteral("^(translate|rotate|skew)"));
+    static const QRegularExpression withoutComma(QStringLiteral("[0-9.]\\s+[-+0-9.]"));
+    auto functions = function.globalMatch(transform);
+    while (functions.hasNext()) {
+        const QRegularExpressionMatch match = functions.next();
+        const QString numbers = match.captured(2);
+        if (numbers.contains(withoutComma))
+            return true;
+        for (const QString &number : numbers.split(QLatin1Char(','))) {
+            if (match.captured(1).contains(needsUnits) && number.toDouble() != 0.0)
+                return true;
+        }
+    }
+    return false;
+}
+
 // The renderer reads a transform as SVG attributes have it.
 void findStyledTransforms(const Understood &title, ProblemList &problems)
 {
@@ -176,12 +197,20 @@ void findStyledTransforms(const Understood &title, ProblemList &problems)
             QStringLiteral("[0-9.](px|deg|rad|turn|em|%)|(translate|scale|rotate)(X|Y|Z|3d)\\("
                            "|perspective|matrix3d"));
     lookAtProperties(title, [&](const SourceElement &, const Property &property) {
-        if (property.origin != Property::Origin::Attribute
-            && property.name == QLatin1String("transform") && property.value.contains(cssOnly))
+        if (property.origin == Property::Origin::Attribute
+            || property.name != QLatin1String("transform"))
+            return;
+        const QString remedy = QStringLiteral("Write an attribute such as transform=\"translate(40 "
+                                              "20) rotate(30)\".");
+        if (property.value.contains(cssOnly))
             problems.warn("style", property.place,
                           QStringLiteral("a transform with units or CSS functions is ignored"),
-                          QStringLiteral("Write an attribute such as transform=\"translate(40 20) "
-                                         "rotate(30)\"."));
+                          remedy);
+        else if (isRefusedByCss(property.value))
+            problems.warn("style", property.place,
+                          QStringLiteral("a transform in a style needs units and commas; a browser "
+                                         "ignores this one"),
+                          remedy);
     });
 }
 

@@ -166,7 +166,7 @@ void findUnreadableValues(const Understood &title, ProblemList &problems)
     }
 }
 
-// "transparent" is a colour without alpha, too.
+// "transparent" is a colour without alpha, too. Another check tells of eight digits.
 void findLostAlpha(const Understood &title, ProblemList &problems)
 {
     for (const KeyValues &values : keyValues(title)) {
@@ -175,7 +175,8 @@ void findLostAlpha(const Understood &title, ProblemList &problems)
         const bool hasAlpha =
                 std::any_of(values.texts.begin(), values.texts.end(), [](const QString &text) {
                     const QColor color(text);
-                    return color.isValid() && color.alpha() < 255;
+                    return color.isValid() && color.alpha() < 255
+                            && !text.startsWith(QLatin1Char('#'));
                 });
         if (hasAlpha)
             problems.warn("alpha-lost", values.place,

@@ -50,6 +50,21 @@ void lookAtProperties(
     }
 }
 
+std::vector<KeyText> keyTextsOf(const SourceElement &animation)
+{
+    const QString values = QStringLiteral("values");
+    std::vector<KeyText> texts;
+    if (animation.value(values).isEmpty()) {
+        for (const char *name : {"from", "to"})
+            texts.push_back({animation.value(QLatin1String(name)).trimmed(),
+                             animation.placeOf(QLatin1String(name))});
+        return texts;
+    }
+    for (const QString &text : animation.value(values).split(QLatin1Char(';')))
+        texts.push_back({text.trimmed(), animation.placeOf(values)});
+    return texts;
+}
+
 namespace {
 
 // The part of a selector by which its rules are looked up.

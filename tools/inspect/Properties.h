@@ -36,6 +36,16 @@ void lookAtProperties(
         const Understood &title,
         const std::function<void(const SourceElement &element, const Property &property)> &look);
 
+// One of the values that an animation element gives.
+struct KeyText
+{
+    QString text; // trimmed
+    Place place;  // of the attribute that gives it
+};
+
+// Those in "values", or else in "from" and "to", even when there are none.
+std::vector<KeyText> keyTextsOf(const SourceElement &animation);
+
 // What elements have for a property, as far as simple rules of style sheets tell.
 class StyledValues
 {
