@@ -297,6 +297,8 @@ bool TitleItem::sceneEvent(QEvent *event)
         keepFromDeletedItem(event);
         return result;
     }
+    if (type == QEvent::ShortcutOverride && endsEditing(*static_cast<QKeyEvent *>(event)))
+        event->accept(); // before a shortcut of the window takes the key
     if (type == QEvent::InputMethod && toHtml() == html)
         m_modified = wasModified;
     checkFormatChanges(type);
@@ -409,10 +411,20 @@ void TitleItem::makeDefault(const QFont &font)
 
 void TitleItem::keyPressEvent(QKeyEvent *event)
 {
+    const QPointer<TitleItem> guard(this);
     if (!m_acceptRichText && event->matches(QKeySequence::Paste))
         pastePlainText(event);
     else
         QGraphicsTextItem::keyPressEvent(event);
+    if (!guard || !endsEditing(*event))
+        return;
+    event->accept();
+    endEditing();
+}
+
+bool TitleItem::endsEditing(const QKeyEvent &event) const
+{
+    return isEditable() && event.matches(QKeySequence::Cancel);
 }
 
 void TitleItem::pastePlainText(QKeyEvent *event)

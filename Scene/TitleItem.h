@@ -121,6 +121,7 @@ protected:
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
 
     /// Pastes plain text where rich text is not accepted; leaves every other key to the base class.
+    /// Escape ends editing after that.
     void keyPressEvent(QKeyEvent *event) override;
 
     /// Goes on with editing after a popup.
@@ -134,6 +135,7 @@ protected:
 
 private:
     void beginEditing(QPointF pos);
+    bool endsEditing(const QKeyEvent &event) const;
     void endEditing();
     void finishComposing();
     bool isOwn(const QTextDocument *document) const;

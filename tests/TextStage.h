@@ -203,6 +203,7 @@ inline void addEndings()
         stage.view.close();
         QTRY_VERIFY(!stage.item->isEditable());
     });
+    QTest::newRow("Escape") << Action([](TextStage &stage) { stage.press(Qt::Key_Escape); });
     QTest::newRow("setEditable(false)")
             << Action([](TextStage &stage) { stage.item->setEditable(false); });
     QTest::newRow("setEditable(false, point)")

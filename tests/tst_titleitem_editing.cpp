@@ -4,9 +4,12 @@
 #include "TextStage.h"
 #include "WarningFreeTest.h"
 
+#include <QAction>
 #include <QClipboard>
+#include <QDialog>
 #include <QMimeData>
 #include <QSignalSpy>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -40,6 +43,8 @@ private Q_SLOTS:
     void editModeIsOneSetOfFlags_data();
     void editModeIsOneSetOfFlags();
     void displayModeTakesNoKeys();
+    void escapeGoesToTheTextFirst_data();
+    void escapeGoesToTheTextFirst();
 
     void reportsOnceWhenEditingEnds_data();
     void reportsOnceWhenEditingEnds();
@@ -215,6 +220,51 @@ void TitleItemEditingTest::displayModeTakesNoKeys()
     stage.press(QKeySequence::SelectAll);
     QCOMPARE(stage.text(), QStringLiteral("some words"));
     QCOMPARE(stage.selection(), QStringLiteral("some"));
+}
+
+void TitleItemEditingTest::escapeGoesToTheTextFirst_data()
+{
+    QTest::addColumn<bool>("isShortcut");
+
+    QTest::newRow("a shortcut of the window") << true;
+    QTest::newRow("the key that the view leaves to a dialog") << false;
+}
+
+/// While it is edited, and then to whoever else waits for it.
+void TitleItemEditingTest::escapeGoesToTheTextFirst()
+{
+    QFETCH(const bool, isShortcut);
+
+    QDialog dialog;
+    TextStage stage(QStringLiteral("some words"));
+    (new QVBoxLayout(&dialog))->addWidget(&stage.view);
+    QAction action(&dialog);
+    if (isShortcut)
+        action.setShortcut(Qt::Key_Escape);
+    dialog.addAction(&action);
+    QSignalSpy triggered(&action, &QAction::triggered);
+    QSignalSpy rejected(&dialog, &QDialog::rejected);
+    QSignalSpy reports(stage.item, &TitleItem::contentEdited);
+    {
+        const ExpectedWarning sizes(
+                QStringLiteral("This plugin does not support propagateSizeHints()"));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    }
+
+    stage.item->setEditable(true);
+    QTest::keyClick(dialog.windowHandle(), Qt::Key_X);
+    QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
+    QVERIFY(!stage.item->isEditable());
+    QCOMPARE(stage.text(), QStringLiteral("xsome words"));
+    QCOMPARE(reports.count(), 1);
+    QCOMPARE(triggered.count(), 0);
+    QCOMPARE(rejected.count(), 0);
+
+    QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
+    QCOMPARE(triggered.count(), isShortcut ? 1 : 0);
+    QCOMPARE(rejected.count(), isShortcut ? 0 : 1);
+    QCOMPARE(reports.count(), 1);
 }
 
 // Reports

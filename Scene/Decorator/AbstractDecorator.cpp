@@ -8,6 +8,7 @@
 
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
+#include <QGraphicsTextItem>
 
 #include <algorithm>
 #include <cmath>
@@ -189,7 +190,27 @@ void AbstractDecorator::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
     const QPointer<AbstractDecorator> guard(this);
     setEditable(true, event->pos());
     if (guard)
+        passToEditedText(*event);
+    if (guard)
         QGraphicsObject::mouseDoubleClickEvent(event);
+}
+
+/// A text that is edited now selects the word itself, when it gets the double click.
+void AbstractDecorator::passToEditedText(const QGraphicsSceneMouseEvent &doubleClick)
+{
+    QGraphicsItem *focused = scene() ? scene()->focusItem() : nullptr;
+    if (!focused || !isAncestorOf(focused)
+        || !qobject_cast<QGraphicsTextItem *>(focused->toGraphicsObject()))
+        return;
+    QGraphicsSceneMouseEvent event(doubleClick.type());
+    event.setWidget(doubleClick.widget());
+    event.setPos(focused->mapFromItem(this, doubleClick.pos()));
+    event.setScenePos(doubleClick.scenePos());
+    event.setScreenPos(doubleClick.screenPos());
+    event.setButton(doubleClick.button());
+    event.setButtons(doubleClick.buttons());
+    event.setModifiers(doubleClick.modifiers());
+    scene()->sendEvent(focused, &event);
 }
 
 QVariant AbstractDecorator::itemChange(GraphicsItemChange change, const QVariant &value)

@@ -114,7 +114,7 @@ protected:
     /// Ends a drag of the frame, and reports it.
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
 
-    /// Begins the child's edit mode.
+    /// Begins the child's edit mode, and lets a text that is edited then select a word.
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
 
     /// Notices moves, and tells of changes of the geometry.
@@ -122,6 +122,7 @@ protected:
 
 private:
     void adoptBounds();
+    void passToEditedText(const QGraphicsSceneMouseEvent &doubleClick);
 
     QPointer<QGraphicsObject> m_child;
     QRectF m_bounds; // as the scene knows it

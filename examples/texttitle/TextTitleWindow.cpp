@@ -42,11 +42,6 @@ void TextTitleWindow::makeView()
     m_view->setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     m_view->setAccessibleName(tr("Titles"));
     setCentralWidget(m_view);
-
-    auto *endAction = new QAction(this);
-    endAction->setShortcut(Qt::Key_Escape);
-    connect(endAction, &QAction::triggered, this, &TextTitleWindow::endEditing);
-    addAction(endAction);
 }
 
 void TextTitleWindow::makeToolBar()
@@ -169,10 +164,4 @@ void TextTitleWindow::chooseColor()
     QTextCharFormat format;
     format.setForeground(color);
     applyFormat(format);
-}
-
-void TextTitleWindow::endEditing()
-{
-    if (m_title)
-        m_title->setEditable(false);
 }

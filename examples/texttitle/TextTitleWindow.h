@@ -39,7 +39,6 @@ private:
     void applyBold(bool bold);
     void applyItalic(bool italic);
     void chooseColor();
-    void endEditing();
 
     QGraphicsScene m_scene;
     QGraphicsView *m_view = nullptr;
