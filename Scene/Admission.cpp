@@ -42,13 +42,20 @@ void inspectDocumentTypes(const QByteArray &text, Inspection *inspection)
 }
 
 /// The first limit that the bytes exceed, whatever they say.
-std::optional<AdmissionLimit> limitExceededByBytes(const QByteArray &text)
+std::optional<AdmissionLimit> limitExceededByBytes(const QByteArray &text, Origin origin)
 {
+    if (origin != Origin::Template)
+        return std::nullopt;
     if (text.size() > AdmissionLimits::textSize.most)
         return AdmissionLimits::textSize;
     if (std::count(text.begin(), text.end(), '<') > AdmissionLimits::markup.most)
         return AdmissionLimits::markup;
     return std::nullopt;
+}
+
+int lineOfTooManyAttributes(const QByteArray &text, Origin origin)
+{
+    return origin == Origin::Template ? lineOfTooManyAttributes(text) : 0;
 }
 
 /// Whether a reader takes the text for UTF-8, in which markup can be found by its bytes.
@@ -61,13 +68,13 @@ bool isReadAsUtf8(const QByteArray &text)
 
 void inspectBytes(const QByteArray &text, Inspection *inspection)
 {
-    if (const auto limit = limitExceededByBytes(text)) {
+    if (const auto limit = limitExceededByBytes(text, inspection->origin())) {
         inspection->exceed(*limit);
     } else if (std::all_of(text.begin(), text.end(), isWhiteSpace)) {
         inspection->refuse(QStringLiteral("the document is empty"));
     } else if (!isReadAsUtf8(text)) {
         inspection->refuseHere(QStringLiteral("the text is not UTF-8"));
-    } else if (const int line = lineOfTooManyAttributes(text)) {
+    } else if (const int line = lineOfTooManyAttributes(text, inspection->origin())) {
         inspection->setLine(line);
         inspection->exceed(AdmissionLimits::attributes);
     } else {
@@ -111,7 +118,7 @@ void inspectToken(const QXmlStreamReader &reader, Inspection *inspection)
         break;
     case QXmlStreamReader::Characters:
     case QXmlStreamReader::EntityReference:
-        inspection->characters(view(reader.text().toUtf8()));
+        inspection->characters(view(reader.text().toUtf8()), reader.isCDATA());
         break;
     case QXmlStreamReader::ProcessingInstruction:
         inspection->processingInstruction(view(reader.processingInstructionTarget().toUtf8()));
@@ -135,9 +142,9 @@ void inspectXml(const QByteArray &text, Inspection *inspection)
     }
 }
 
-Inspection inspected(const QByteArray &text, LargeNumbers largeNumbers)
+Inspection inspected(const QByteArray &text, Origin origin)
 {
-    Inspection inspection(largeNumbers);
+    Inspection inspection(origin);
     inspectBytes(text, &inspection);
     inspectXml(text, &inspection);
     inspection.finish();
@@ -146,11 +153,11 @@ Inspection inspected(const QByteArray &text, LargeNumbers largeNumbers)
 
 } // namespace
 
-bool isPlainAndHarmless(const QByteArray &text, LargeNumbers largeNumbers)
+bool isPlainAndHarmless(const QByteArray &text, Origin origin)
 {
-    if (limitExceededByBytes(text))
+    if (limitExceededByBytes(text, origin))
         return false;
-    Inspection inspection(largeNumbers);
+    Inspection inspection(origin);
     PlainXml xml(text, int(AdmissionLimits::attributes.most));
     while (inspection.refusal().isEmpty() && !inspection.mustTakeOut()) {
         switch (xml.next()) {
@@ -173,20 +180,19 @@ bool isPlainAndHarmless(const QByteArray &text, LargeNumbers largeNumbers)
     return false;
 }
 
-Admission judge(const QByteArray &text, LargeNumbers largeNumbers)
+Admission judge(const QByteArray &text, Origin origin)
 {
-    const Inspection inspection = inspected(text, largeNumbers);
+    const Inspection inspection = inspected(text, origin);
     if (!inspection.refusal().isEmpty() || !inspection.mustTakeOut())
         return {text, inspection.refusal()};
     const QByteArray harmless = withoutForeignReferences(text, inspection.foreignPictures());
-    const Inspection again = inspected(harmless, largeNumbers);
+    const Inspection again = inspected(harmless, origin);
     if (again.refusal().isEmpty() && again.mustTakeOut())
         return {text, QStringLiteral("references to other files stand where they cannot be found")};
     return {harmless, again.refusal()};
 }
 
-Admission admit(const QByteArray &text, LargeNumbers largeNumbers)
+Admission admit(const QByteArray &text, Origin origin)
 {
-    return isPlainAndHarmless(text, largeNumbers) ? Admission{text, QString()}
-                                                  : judge(text, largeNumbers);
+    return isPlainAndHarmless(text, origin) ? Admission{text, QString()} : judge(text, origin);
 }

@@ -12,9 +12,14 @@ struct AdmissionLimit
     qint64 most;
 };
 
-/// What large numbers do. Those of a template are refused; those that an animation has written are
-/// let through where nothing is dashed, as they are in its key values.
-enum class LargeNumbers { Refuse, RefuseBesideDashes };
+/// Where a text comes from. Saving the tree of an admitted template adds white space, a declaration
+/// and quotes, so what no change of values can add to is not counted again. What an animation has
+/// written may have large numbers where nothing is dashed, as its key values may.
+enum class Origin {
+    Template, ///< somebody else has written it
+    Saved,    ///< a save of an admitted template, some values of which are others
+    Frame,    ///< the same where animations have written them
+};
 
 /// All limits for the text of a title. What they guard against is the behaviour of Qt 5.15's
 /// parsers and renderer; docs/security.md explains each of them to authors and integrators.

@@ -22,11 +22,11 @@ struct Admission
 /// AdmissionLimits, and animations that the renderer plays itself whose times do not fit into its
 /// arithmetic. Taken out is what would make the renderer read something outside the text, and
 /// pictures that it should not unpack: the title plays without them. No file is opened.
-Admission admit(const QByteArray &text, LargeNumbers largeNumbers = LargeNumbers::Refuse);
+Admission admit(const QByteArray &text, Origin origin = Origin::Template);
 
 /// Whether judge() would have nothing against a text, told at a small part of its cost. False says
 /// nothing.
-bool isPlainAndHarmless(const QByteArray &text, LargeNumbers largeNumbers = LargeNumbers::Refuse);
+bool isPlainAndHarmless(const QByteArray &text, Origin origin = Origin::Template);
 
 /// The same as admit(), the long way.
-Admission judge(const QByteArray &text, LargeNumbers largeNumbers = LargeNumbers::Refuse);
+Admission judge(const QByteArray &text, Origin origin = Origin::Template);

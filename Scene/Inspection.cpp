@@ -42,6 +42,11 @@ qint64 countCharacters(std::string_view text)
     return std::count_if(text.begin(), text.end(), [](char c) { return !isContinuation(c); });
 }
 
+bool isBlank(std::string_view text)
+{
+    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
 // A narrow text area may have a line for each character, and a span is laid out on its own.
 constexpr int charactersOfLine = 10;
 
@@ -116,6 +121,12 @@ void Inspection::hold(qint64 amount, const AdmissionLimit &limit)
         exceed(limit);
 }
 
+void Inspection::holdTemplate(qint64 amount, const AdmissionLimit &limit)
+{
+    if (m_origin == Origin::Template)
+        hold(amount, limit);
+}
+
 void Inspection::startElement(std::string_view name, const std::vector<XmlAttribute> &attributes)
 {
     const ElementKind kind = kindOfElement(name);
@@ -129,13 +140,13 @@ void Inspection::startElement(std::string_view name, const std::vector<XmlAttrib
         m_characters = 0;
     m_textAreas += kind == ElementKind::TextArea ? 1 : 0;
     m_styles += kind == ElementKind::StyleSheet ? 1 : 0;
-    m_open.push_back({element, kind, 0});
+    m_open.push_back({element, kind, 0, {}});
     m_deepest = std::max(m_deepest, m_open.size());
     m_attributes += qint64(attributes.size());
-    hold(m_attributes, AdmissionLimits::allAttributes);
+    holdTemplate(m_attributes, AdmissionLimits::allAttributes);
     hold(m_elements, AdmissionLimits::elements);
     hold(qint64(m_open.size()), AdmissionLimits::nestingDepth);
-    hold(qint64(attributes.size()), AdmissionLimits::attributes);
+    holdTemplate(qint64(attributes.size()), AdmissionLimits::attributes);
     inspectAttributes(attributes, m_open.back());
 }
 
@@ -149,14 +160,17 @@ void Inspection::endElement()
     m_open.pop_back();
 }
 
-void Inspection::characters(std::string_view text)
+void Inspection::characters(std::string_view text, bool isData)
 {
     if (m_open.empty())
+        return;
+    // Parsing drops white space between tags, so after a save it is that of the save.
+    if (m_origin != Origin::Template && !isData && isBlank(text))
         return;
     if (m_texts > 0) {
         const qint64 count = countCharacters(text) * (m_textAreas > 0 ? charactersOfLine : 1);
         m_characters += count;
-        hold(m_characters, AdmissionLimits::textLength);
+        holdTemplate(m_characters, AdmissionLimits::textLength);
         addCharacters(count);
     }
     // The renderer takes all characters up to the end of a style element for its own.
@@ -179,7 +193,7 @@ void Inspection::inspectStyleSheet(std::string_view text)
 {
     const SelectorScan scan = scanSelectors(text);
     m_styleSheet += qint64(text.size()) - scan.embedded;
-    hold(m_styleSheet, AdmissionLimits::styleSheetSize);
+    holdTemplate(m_styleSheet, AdmissionLimits::styleSheetSize);
     m_selectors.single += scan.single;
     m_selectors.ancestor += scan.ancestor;
     m_selectors.sibling += scan.sibling;
@@ -252,7 +266,7 @@ void Inspection::inspectValue(AttributeRole role, std::string_view value, const 
         inspectLooseNumbers(value);
         break;
     case AttributeRole::AnimatedName:
-        inspectAnimatedName(value);
+        inspectAnimatedName(value, owner);
         break;
     case AttributeRole::Value:
         if (isAnimation(owner.kind))
@@ -298,14 +312,20 @@ void Inspection::noteLargeNumber()
 
 void Inspection::refuseLargeNumber()
 {
-    if (m_largeNumbers == LargeNumbers::Refuse)
-        exceed(AdmissionLimits::magnitude);
-    else
+    if (m_origin == Origin::Frame)
         noteLargeNumber();
+    else
+        exceed(AdmissionLimits::magnitude);
 }
 
-void Inspection::inspectAnimatedName(std::string_view value)
+/// Each animated attribute is one that the element around the animation may have to take, too.
+void Inspection::inspectAnimatedName(std::string_view value, const Open &owner)
 {
+    if (isAnimation(owner.kind) && m_open.size() >= 2) {
+        std::set<std::string> &names = m_open[m_open.size() - 2].animatedNames;
+        names.emplace(value);
+        hold(qint64(names.size()), AdmissionLimits::attributes);
+    }
     m_hasDashes = m_hasDashes || contains(value, "dash") || value == "style";
     m_isCanvasAnimated = m_isCanvasAnimated || value == "viewBox";
 }

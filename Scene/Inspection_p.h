@@ -11,6 +11,8 @@
 
 #include <QString>
 
+#include <set>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -19,17 +21,15 @@
 class Inspection
 {
 public:
-    explicit Inspection(LargeNumbers largeNumbers = LargeNumbers::Refuse)
-        : m_largeNumbers(largeNumbers)
-    {
-    }
+    explicit Inspection(Origin origin = Origin::Template) : m_origin(origin) {}
 
     /// Where the reading is, for what a refusal says.
     void setLine(qint64 line) { m_line = line; }
 
     void startElement(std::string_view name, const std::vector<XmlAttribute> &attributes);
     void endElement();
-    void characters(std::string_view text);
+    /// \a isData tells those of a CDATA section, in which white space stands as it is.
+    void characters(std::string_view text, bool isData = false);
     void processingInstruction(std::string_view target);
 
     /// To be called after the root.
@@ -43,6 +43,10 @@ public:
     void refuseHere(const QString &reason);
     void exceed(const AdmissionLimit &limit);
     void hold(qint64 amount, const AdmissionLimit &limit);
+    /// The same for what no save can have more of but by saving.
+    void holdTemplate(qint64 amount, const AdmissionLimit &limit);
+
+    Origin origin() const { return m_origin; }
 
     /// One line, or empty.
     const QString &refusal() const { return m_refusal; }
@@ -58,6 +62,7 @@ private:
         int element;
         ElementKind kind;
         int stops;
+        std::set<std::string> animatedNames; // of its attributes
     };
 
     void addCharacters(qint64 count);
@@ -72,12 +77,12 @@ private:
     void inspectLooseNumbers(std::string_view value);
     void noteLargeNumber();
     void refuseLargeNumber();
-    void inspectAnimatedName(std::string_view value);
+    void inspectAnimatedName(std::string_view value, const Open &owner);
     void inspectAnimatedValue(std::string_view animated, std::string_view value);
     void addReference(const Open &owner, std::string_view reference);
     void inspectPicture(std::string_view reference, int element);
 
-    const LargeNumbers m_largeNumbers;
+    const Origin m_origin;
     qint64 m_line = 1;
     QString m_refusal;
 

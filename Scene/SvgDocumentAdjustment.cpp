@@ -149,7 +149,11 @@ QString SvgDocument::refusalOfAdjustment(const AdjustableAttributes &attributes,
         writeValue(*attribute, value, root);
     const QByteArray text = m_agreement->textOfTree();
     m_agreement->takeBackEdits();
-    const Admission admission = admit(text);
+    // What was longer before than a template may be has become so by saving.
+    constexpr qint64 longest = AdmissionLimits::textSize.most;
+    if (text.size() > longest && text.size() > m_agreement->textOfTree().size())
+        return QStringLiteral("the text becomes longer than %1 bytes").arg(longest);
+    const Admission admission = admit(text, Origin::Saved);
     return admission.text.constData() == text.constData()
             ? admission.refusal
             : QStringLiteral("the value refers to another file");

@@ -84,7 +84,7 @@ bool mayExceedLimits(const AdjustableAttribute &attribute, const QString &value)
 QString refusalOfFrame(const QByteArray &data, qint64 textSize)
 {
     const auto text = QByteArray::fromRawData(data.constData(), int(textSize));
-    const Admission admission = admit(text, LargeNumbers::RefuseBesideDashes);
+    const Admission admission = admit(text, Origin::Frame);
     return admission.text.constData() == text.constData()
             ? admission.refusal
             : QStringLiteral("an animation refers to another file");
