@@ -177,16 +177,17 @@ Admission judge(const QByteArray &text, LargeNumbers largeNumbers)
 {
     const Inspection inspection = inspected(text, largeNumbers);
     if (!inspection.refusal().isEmpty() || !inspection.mustTakeOut())
-        return {text, inspection.refusal()};
+        return {text, inspection.refusal(), QString()};
     const QByteArray harmless = withoutForeignReferences(text, inspection.foreignPictures());
     const Inspection again = inspected(harmless, largeNumbers);
     if (again.refusal().isEmpty() && again.mustTakeOut())
-        return {text, QStringLiteral("references to other files stand where they cannot be found")};
-    return {harmless, again.refusal()};
+        return {text, QStringLiteral("references to other files stand where they cannot be found"),
+                QString()};
+    return {harmless, again.refusal(), inspection.leftOut()};
 }
 
 Admission admit(const QByteArray &text, LargeNumbers largeNumbers)
 {
-    return isPlainAndHarmless(text, largeNumbers) ? Admission{text, QString()}
+    return isPlainAndHarmless(text, largeNumbers) ? Admission{text, QString(), QString()}
                                                   : judge(text, largeNumbers);
 }

@@ -138,7 +138,8 @@ bool SvgDocument::isTextAdmitted()
         const QByteArray text = m_data.left(int(m_textSize));
         const Admission admission = admit(text);
         m_admitted = admission.refusal.isEmpty();
-        setErrorString(admission.refusal);
+        m_leftOut = admission.leftOut;
+        setErrorString(m_admitted ? m_leftOut : admission.refusal);
         if (m_admitted && admission.text.constData() != text.constData()) {
             m_data = admission.text;
             m_textSize = m_data.size();

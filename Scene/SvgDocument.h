@@ -46,7 +46,8 @@ class SvgElement;
 /// been parsed through buffer(), all bytes are text.
 ///
 /// Malformed, hostile or empty text gives a document that draws nothing: isLoaded() is false and
-/// errorString() says why in one line. Nothing is thrown, and nothing logged but what Qt's renderer
+/// errorString() says why in one line. A title that plays without something that may not be read,
+/// such as a picture in another file, says so there, too. Nothing is thrown, and nothing logged but what Qt's renderer
 /// has to say of a text.
 ///
 /// Times are int milliseconds of document time; times beyond an int saturate. The document needs a
@@ -289,6 +290,7 @@ private:
     qint64 m_textSize = 0;       // what lies after it in m_data is left over from a longer text
     QByteArray m_knownText;      // shares m_data's bytes unless somebody else has written them
     bool m_admitted = false;     // the known text may be given to parsers
+    QString m_leftOut;           // what it lost before, in one line
     bool m_treeIsShared = false; // somebody outside may change the tree at any time
     bool m_treeIsParsedText = false; // the tree is what parsing the known text gives
     bool m_textIsSavedTree = false;  // the known text is what saveToBuffer() makes of the tree

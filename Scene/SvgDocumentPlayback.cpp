@@ -125,12 +125,15 @@ void SvgDocument::judgeFrame(const std::vector<FrameStep> &steps)
     if (m_dom.documentElement().isNull() || (m_admitted && !isInDoubt))
         return;
     const auto text = QByteArray::fromRawData(m_data.constData(), int(m_textSize));
-    const Admission admission =
-            isInDoubt ? admit(text, LargeNumbers::RefuseBesideDashes) : Admission{text, QString()};
+    const Admission admission = isInDoubt ? admit(text, LargeNumbers::RefuseBesideDashes)
+                                          : Admission{text, QString(), QString()};
     const bool isWhole = admission.text.constData() == text.constData();
     m_admitted = isWhole && admission.refusal.isEmpty();
-    setErrorString(isWhole ? admission.refusal
-                           : QStringLiteral("an animation refers to another file"));
+    if (m_admitted)
+        setErrorString(m_leftOut);
+    else
+        setErrorString(isWhole ? admission.refusal
+                               : QStringLiteral("an animation refers to another file"));
 }
 
 /// Whether tree and text are what these steps have made of them.
