@@ -184,15 +184,17 @@ Admission judge(const QByteArray &text, Origin origin)
 {
     const Inspection inspection = inspected(text, origin);
     if (!inspection.refusal().isEmpty() || !inspection.mustTakeOut())
-        return {text, inspection.refusal()};
+        return {text, inspection.refusal(), QString()};
     const QByteArray harmless = withoutForeignReferences(text, inspection.foreignPictures());
     const Inspection again = inspected(harmless, origin);
     if (again.refusal().isEmpty() && again.mustTakeOut())
-        return {text, QStringLiteral("references to other files stand where they cannot be found")};
-    return {harmless, again.refusal()};
+        return {text, QStringLiteral("references to other files stand where they cannot be found"),
+                QString()};
+    return {harmless, again.refusal(), inspection.leftOut()};
 }
 
 Admission admit(const QByteArray &text, Origin origin)
 {
-    return isPlainAndHarmless(text, origin) ? Admission{text, QString()} : judge(text, origin);
+    return isPlainAndHarmless(text, origin) ? Admission{text, QString(), QString()}
+                                            : judge(text, origin);
 }

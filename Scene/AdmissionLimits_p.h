@@ -100,6 +100,6 @@ constexpr AdmissionLimit styleComparisons{"number of elements times selectors", 
 constexpr AdmissionLimit pictureLength{"picture length", 12LL * 1024 * 1024};
 constexpr AdmissionLimit packedTexts{"number of packed texts of a picture", 8};
 constexpr AdmissionLimit pictureScans{"number of scans of a picture", 100};
-constexpr AdmissionLimit picturePixels{"number of pixels of all pictures", 16LL * 1024 * 1024};
+constexpr AdmissionLimit picturePixels{"number of pixels of all pictures", 36LL * 1024 * 1024};
 
 } // namespace AdmissionLimits

@@ -13,6 +13,7 @@ struct Admission
 {
     QByteArray text; ///< what may be parsed; the given bytes unless something had to be taken out
     QString refusal; ///< empty, or one line that says why nothing may be parsed
+    QString leftOut; ///< empty, or one line that says what has been taken out first, and why
 };
 
 /// Decides whether a title's text may be given to the tree parser and to the renderer: one pass

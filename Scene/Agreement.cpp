@@ -39,7 +39,7 @@ QString Agreement::error() const
     case Verdict::FrameRefused:
         return m_frameRefusal;
     default:
-        return QString();
+        return m_leftOut;
     }
 }
 
@@ -116,6 +116,7 @@ bool Agreement::isAdmitted()
         const bool isAdmitted = admission.refusal.isEmpty();
         m_verdict = isAdmitted ? Verdict::Admitted : Verdict::Refused;
         m_textRefusal = admission.refusal;
+        m_leftOut = admission.leftOut;
         m_error.clear();
         if (isAdmitted && admission.text.constData() != given.constData()) {
             m_device->buffer() = admission.text;

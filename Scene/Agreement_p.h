@@ -71,7 +71,7 @@ public:
     Verdict verdict() const { return m_verdict; }
     Relation relation() const;
 
-    /// What was wrong last, or why the text is refused; one line, or empty.
+    /// What was wrong last, why the text is refused, or what it lost; one line, or empty.
     QString error() const;
 
     /// Says what is wrong although the text is admitted, until another text or frame is judged.
@@ -198,6 +198,7 @@ private:
     qint64 m_textSize;
     Verdict m_verdict = Verdict::Unjudged;
     QString m_textRefusal;
+    QString m_leftOut; // what an admitted text lost when it was judged, in one line
     QString m_error;
 
     Relation m_relation = Relation::Apart;

@@ -89,6 +89,11 @@ bool isCanvas(std::string_view viewBox)
     return parts.size() == 4 && parts.at(2).toDouble() > 0.0 && parts.at(3).toDouble() > 0.0;
 }
 
+QString excess(const AdmissionLimit &limit)
+{
+    return QStringLiteral("the %1 exceeds %2").arg(QLatin1String(limit.name)).arg(limit.most);
+}
+
 /// The same as the renderer: any character may stand for "#".
 std::string_view idIn(std::string_view reference)
 {
@@ -107,12 +112,24 @@ void Inspection::refuse(const QString &refusal)
 
 void Inspection::refuseHere(const QString &reason)
 {
-    refuse(QStringLiteral("line %1: %2").arg(m_line).arg(reason.simplified()));
+    refuse(here(reason));
+}
+
+QString Inspection::here(const QString &text) const
+{
+    return QStringLiteral("line %1: %2").arg(m_line).arg(text.simplified());
 }
 
 void Inspection::exceed(const AdmissionLimit &limit)
 {
-    refuseHere(QStringLiteral("the %1 exceeds %2").arg(QLatin1String(limit.name)).arg(limit.most));
+    refuseHere(excess(limit));
+}
+
+/// Only the first one is told.
+void Inspection::leaveOut(const QString &what)
+{
+    if (m_leftOut.isEmpty())
+        m_leftOut = here(what);
 }
 
 void Inspection::hold(qint64 amount, const AdmissionLimit &limit)
@@ -186,7 +203,10 @@ void Inspection::addCharacters(qint64 count)
 
 void Inspection::processingInstruction(std::string_view target)
 {
-    m_hasStyleInstruction = m_hasStyleInstruction || target == "xml-stylesheet";
+    if (target != "xml-stylesheet")
+        return;
+    m_hasStyleInstruction = true;
+    leaveOut(QStringLiteral("a style sheet outside the title is left out"));
 }
 
 void Inspection::inspectStyleSheet(std::string_view text)
@@ -370,6 +390,11 @@ void Inspection::inspectPicture(std::string_view reference, int element)
         return;
     m_pixels -= pixels;
     m_foreignPictures.push_back(element);
+    if (!text.trimmed().isEmpty())
+        leaveOut(QStringLiteral("a picture is left out: ")
+                 + (pixels > 0
+                            ? excess(AdmissionLimits::picturePixels)
+                            : QStringLiteral("it is no PNG or JPEG in the title, or too large")));
 }
 
 qint64 Inspection::styleComparisons() const

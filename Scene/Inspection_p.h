@@ -56,6 +56,9 @@ public:
     bool mustTakeOut() const { return m_hasStyleInstruction || !m_foreignPictures.empty(); }
     const std::vector<int> &foreignPictures() const { return m_foreignPictures; }
 
+    /// What is to be taken out first, and why; one line, or empty.
+    const QString &leftOut() const { return m_leftOut; }
+
 private:
     struct Open
     {
@@ -81,6 +84,8 @@ private:
     void inspectAnimatedValue(std::string_view animated, std::string_view value);
     void addReference(const Open &owner, std::string_view reference);
     void inspectPicture(std::string_view reference, int element);
+    void leaveOut(const QString &what);
+    QString here(const QString &text) const;
 
     const Origin m_origin;
     qint64 m_line = 1;
@@ -105,4 +110,5 @@ private:
     bool m_hasStyleInstruction = false;
     std::vector<int> m_foreignPictures; // by number of the element
     qint64 m_pixels = 0;
+    QString m_leftOut;
 };

@@ -61,6 +61,16 @@ constexpr std::array<NamedRole, 44> roles{{
 
 constexpr std::size_t longestName = 19;
 
+constexpr bool areInOrder()
+{
+    for (std::size_t i = 1; i < roles.size(); ++i) {
+        if (roles[i].first.size() < roles[i - 1].first.size())
+            return false;
+    }
+    return roles.back().first.size() == longestName;
+}
+static_assert(areInOrder(), "an attribute out of its place would have no role");
+
 /// For each length of a name, where in the roles the names of at least that length begin.
 constexpr std::array<std::size_t, longestName + 2> rolesByLength()
 {

@@ -46,8 +46,9 @@ struct FrameStep;
 /// save that can write catches up.
 ///
 /// Malformed, hostile or empty text gives a document that draws nothing: isLoaded() is false and
-/// errorString() says why in one line. Nothing is thrown, and nothing logged but what Qt's renderer
-/// has to say of a text, and a warning where paint() finds no QGuiApplication.
+/// errorString() says why in one line. A title that plays without something that may not be read,
+/// such as a picture in another file, says so there, too. Nothing is thrown, and nothing logged but
+/// what Qt's renderer has to say of a text, and a warning where paint() finds no QGuiApplication.
 ///
 /// Times are int milliseconds of document time; times beyond an int saturate. The document belongs
 /// to one thread, and is not copyable. It emits no signals of its own.
@@ -66,9 +67,9 @@ public:
     /// into it and bounds are set.
     bool isLoaded() const;
 
-    /// What is wrong, in one line: why the text or the frame that is shown can't be drawn, or why
-    /// the last adjustment was refused. Empty when nothing is wrong. Hides that of QIODevice, which
-    /// knows nothing of it.
+    /// What is wrong, in one line: why the text or the frame that is shown can't be drawn, why the
+    /// last adjustment was refused, or what the title plays without. Empty when nothing is wrong.
+    /// Hides that of QIODevice, which knows nothing of it.
     QString errorString() const;
 
     /// \name Drawing

@@ -434,7 +434,8 @@ void addPictures(Titles &titles)
                                   + imageElement(text("data:image/x;base64,")
                                                  + QString::fromLatin1(file.toBase64())));
     };
-    add("picture of 16 megapixels", fileOf(4096, 4096, QImage::Format_Mono, "png"));
+    add("picture of 36 megapixels", fileOf(8192, 4608, QImage::Format_Mono, "png"));
+    add("photograph of 24 megapixels", fileOf(6000, 4000, QImage::Format_RGB32, "jpg"));
     add("picture of 256 megapixels", fileOf(16000, 16000, QImage::Format_Mono, "png"));
     add("picture of wide pixels", fileOf(2000, 2000, QImage::Format_RGBA64, "png"));
     const QByteArray noise = fileOf(64, 64, QImage::Format_RGB32, "png");

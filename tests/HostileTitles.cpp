@@ -306,7 +306,7 @@ std::vector<RefusedTitle> titlesTurningHostile()
     add("pictures that animations show",
         QStringLiteral("<image width=\"9\" height=\"9\" xlink:href=\"\">%1</image>")
                 .arg(animation(QStringLiteral("\"xlink:href\" from=\"a\" to=\"%1\"").arg(picture)))
-                .repeated(3),
+                .repeated(5),
         "refers to another file");
     return titles;
 }

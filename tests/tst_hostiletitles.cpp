@@ -56,6 +56,8 @@ private Q_SLOTS:
     void refusesFrames();
     void showsTheHarmlessPart_data();
     void showsTheHarmlessPart();
+    void tellsWhatIsLeftOut_data();
+    void tellsWhatIsLeftOut();
     void opensNoFile_data();
     void opensNoFile();
     void animatesNoForeignReference();
@@ -133,6 +135,58 @@ void HostileTitlesTest::showsTheHarmlessPart()
     QVERIFY2(document.isLoaded(), qPrintable(document.errorString()));
     SvgDocument twin(svgTitle(redRect()));
     COMPARE_PICTURES(handle(document), renderAt(twin, 0), 0);
+}
+
+void HostileTitlesTest::tellsWhatIsLeftOut_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("told");
+    const QString moving = QStringLiteral(
+            "<rect width=\"9\" height=\"9\"><animate attributeName=\"id\" values=\"a;b\" "
+            "dur=\"1s\"/></rect>");
+    const auto add = [&moving](const char *name, const QString &content, const char *told) {
+        QTest::newRow(name) << svgTitle(moving + QLatin1Char('\n') + content)
+                            << QString::fromLatin1(told);
+    };
+    add("nothing", redRect(), "");
+    add("file", imageElement(QStringLiteral("a.png")),
+        "line 2: a picture is left out: it is no PNG or JPEG in the title, or too large");
+    const auto picture = [](int width, int height) {
+        QByteArray file;
+        QBuffer buffer(&file);
+        QImage image(width, height, QImage::Format_Mono);
+        image.fill(0);
+        image.save(&buffer, "png");
+        return imageElement(QStringLiteral("data:image/png;base64,")
+                            + QString::fromLatin1(file.toBase64()));
+    };
+    add("8K", picture(7680, 4320), "");
+    add("too many pixels", picture(7680, 4320) + QLatin1Char('\n') + picture(4096, 4096),
+        "line 3: a picture is left out: the number of pixels of all pictures exceeds 37748736");
+    QTest::newRow("style sheet") << QStringLiteral("<?xml-stylesheet href=\"a.css\"?>")
+                    + svgTitle(redRect() + moving)
+                                 << QStringLiteral(
+                                            "line 1: a style sheet outside the title is left out");
+}
+
+void HostileTitlesTest::tellsWhatIsLeftOut()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, told);
+    SvgDocument document(text);
+    const auto isTold = [&] {
+        return document.isLoaded()
+                && (told.isEmpty() ? !document.errorString().contains(QLatin1String("left out"))
+                                   : document.errorString() == told);
+    };
+    QVERIFY2(isTold(), qPrintable(document.errorString()));
+    for (const int time : {0, 700, 2000}) {
+        document.applyAnimation(time);
+        QVERIFY2(isTold(), qPrintable(document.errorString()));
+    }
+    document.saveToBuffer();
+    document.viewBox();
+    QVERIFY2(isTold(), qPrintable(document.errorString()));
 }
 
 void HostileTitlesTest::opensNoFile_data()
