@@ -350,6 +350,8 @@ const std::vector<PixelRow> pixelRows{
         {"animate-paint-words.svg", 2500, 40, 45, "#ff0000ff"},
         {"animate-paint-words.svg", 4000, 120, 45, "#ff000000"},
         {"draw-dots.svg", 0, 40, 20, "#00000000"},
+        {"draw-style-rule.svg", 0, 40, 45, "#7f000000"},
+        {"draw-style-rule.svg", 0, 120, 45, "#7fff0000"},
         {"draw-dots.svg", 0, 120, 20, "#ffff0000"},
         {"draw-dots.svg", 0, 80, 60, "#00000000"},
         {"draw-style-transform.svg", 0, 40, 45, "#00000000"},
