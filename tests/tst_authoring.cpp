@@ -72,6 +72,7 @@ const std::vector<SizeRow> sizeRows{
         {"root-lines.svg", 0, 0},           {"root-fraction.svg", 0, 90},
         {"root-without-viewbox.svg", 0, 0}, {"root-origin.svg", 160, 90},
         {"root-prefix.svg", 0, 0},          {"root-beyond.svg", 160, 90},
+        {"root-stretched.svg", 160, 90},
 };
 
 const std::vector<LengthRow> lengthRows{
@@ -211,6 +212,10 @@ const std::vector<AttributeRow> attributeRows{
         {"use-visibility-animated.svg", "two", "visibility", 1500, "visible"},
         {"use-visibility-ancestor.svg", "one", "visibility", 0, nullptr},
         {"rgba.svg", "a", "fill", 0, "#ff00"},
+        {"animate-arc.svg", "a", "d", 1000,
+         "M20.000 60.000a40.000 40.000 0.000 0.000 1.000 80.000 0.000z"},
+        {"animate-name.svg", "a", "class", 1000, "a1.250"},
+        {"animate-decimals.svg", "a", "x", 0, "0.000"},
 };
 
 /// The same, after the user has chosen #00ff00.
@@ -340,6 +345,17 @@ const std::vector<PixelRow> pixelRows{
         {"draw-path.svg", 0, 130, 20, "#ffff0000"},
         {"draw-path.svg", 0, 80, 60, "#ffff0000"},
         {"draw-path.svg", 0, 80, 80, "#ffff0000"},
+        {"animate-arc.svg", 1000, 60, 45, "#00000000"},
+        {"animate-paint-words.svg", 1500, 40, 45, "#ffff0000"},
+        {"animate-paint-words.svg", 2500, 40, 45, "#ff0000ff"},
+        {"animate-paint-words.svg", 4000, 120, 45, "#ff000000"},
+        {"draw-dots.svg", 0, 40, 20, "#00000000"},
+        {"draw-style-rule.svg", 0, 40, 45, "#7f000000"},
+        {"draw-style-rule.svg", 0, 120, 45, "#7fff0000"},
+        {"draw-dots.svg", 0, 120, 20, "#ffff0000"},
+        {"draw-dots.svg", 0, 80, 60, "#00000000"},
+        {"draw-style-transform.svg", 0, 40, 45, "#00000000"},
+        {"draw-style-transform.svg", 0, 120, 45, "#ffff0000"},
 };
 
 const char *const filesThatShowNothing[] = {"text-path.svg"};
@@ -362,11 +378,18 @@ const std::vector<PictureRow> pictureRows{
         {"text-preserve.svg", "text-apart.svg", false},
         {"text-length.svg", "text.svg", true},
         {"text-bold.svg", "text.svg", false},
+        {"animate-weight.svg", "text.svg", true},
+        {"text-kept-spaces.svg", "text.svg", false},
+        {"text-kept-spaces-still.svg", "text.svg", true},
+        {"text-span-space.svg", "text.svg", true},
+        {"text-span-anchor.svg", "text.svg", true},
+        {"text-title.svg", "text.svg", true},
 };
 
 const std::vector<WarningRow> warningRows{
         {"animate-transform-syncbase.svg", "Problem parsing animateTransform", 1, 1},
         {"animate-transform-alone.svg", "Problem parsing animateTransform", 1, 2},
+        {"animate-arc.svg", "Invalid path data", 0, 1},
         {"clip-gradient.svg", "Could not resolve property: #paint", 1, 2},
         {"draw-pattern.svg", "Could not resolve property: #dots", 1, 2},
 };

@@ -90,6 +90,16 @@ void TestInspectDrawings::findsProblems_data()
         "<rect width='9' height='9'><animate attributeName='stroke' from='#ff0000' ^to='#ff0080ff'"
         " dur='1s'/></rect>",
         "colour", "the colour #ff0080ff");
+    row("fill of a rule beside an opacity",
+        "<style>.a{fill:red}</style><rect class='a' ^fill-opacity='0.5' width='9' height='9'/>",
+        "style-loses", "the fill of the style sheet is lost");
+    row("stroke of a rule beside an animation",
+        "<style>.a{stroke:red}</style><path class='a' d='M0 0h9'><animate ^attributeName="
+        "'stroke-dashoffset' from='1' to='2' dur='1s'/></path>",
+        "style-loses", "because the element has a stroke-dashoffset of its own");
+    row("font of a rule beside a size",
+        "<style>text{font-family:DejaVu Sans}</style><text ^style='font-size:9px'>a</text>",
+        "style-loses", "the font-family of the style sheet is lost");
     row("transform of a style", "<g ^style='transform:rotate(45)'/>", "style",
         "needs units and commas");
     row("matrix of a style", "<g ^style='transform:matrix(1 0 0 1 9 9)'/>", "style",
@@ -164,6 +174,16 @@ void TestInspectDrawings::findsNoProblem_data()
         "</path>");
     row("gap without a length",
         "<path d='M0 9h90' style='stroke:red;stroke-linecap:round;stroke-dasharray:9 0'/>");
+    row("rules of other properties",
+        "<style>.a{fill:red;stroke:none;stroke-miterlimit:10}</style><rect class='a' width='9'"
+        " height='9' stroke-width='2' opacity='0.5'/>");
+    row("rules with what is there without them",
+        "<style>.a{fill:red} .b{fill:red;fill-rule:nonzero}</style><g class='a'><rect class='b'"
+        " fill-opacity='0.5' width='9' height='9'/></g>");
+    row("all of the properties",
+        "<style>.a{fill:red}</style><rect class='a' style='fill:blue' fill-opacity='0.5' width='9'"
+        " height='9'/>");
+    row("size of a use", "<g id='a'/><use xlink:href='#a' width='100%' height='100%'/>");
     row("decimals that nobody sees",
         "<g transform='scale(10)'><path d='M0 0'><animate attributeName='d'"
         " from='M0.12345 0h1.0004' to='M0.98765 0h1.0006' dur='1s'/></path></g>");

@@ -208,7 +208,9 @@ void findUnits(const Understood &title, ProblemList &problems)
 {
     lookAtProperties(title, [&](const SourceElement &element, const Property &property) {
         const QString &name = property.name;
-        if ((!isLength(name) && !isOpacity(name)) || hasIdleLengths(element))
+        const bool isSizeOfUse = element.name == QLatin1String("use")
+                && (name == QLatin1String("width") || name == QLatin1String("height"));
+        if ((!isLength(name) && !isOpacity(name)) || hasIdleLengths(element) || isSizeOfUse)
             return;
         const QString unit = unitIn(property.value);
         const bool isPixels =

@@ -5,9 +5,11 @@
 #include "Properties.h"
 #include "Understood.h"
 
+#include <QHash>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 // CSS: what the renderer does not read, and what loses against an attribute.
@@ -44,6 +46,102 @@ void findStylesThatLose(const Understood &title, ProblemList &problems)
             if (!value.isEmpty() && value != attribute.value.trimmed()
                 && told.insert(attribute.name).second)
                 warn(element, attribute.name);
+        }
+    }
+}
+
+// The renderer reads these of one origin at a time: any of an element's own takes the place of all
+// that rules give it.
+const std::vector<QStringList> &groupsOfProperties()
+{
+    static const std::vector<QStringList> groups{
+            {QStringLiteral("fill"), QStringLiteral("fill-opacity"), QStringLiteral("fill-rule")},
+            {QStringLiteral("stroke"), QStringLiteral("stroke-width"),
+             QStringLiteral("stroke-opacity"), QStringLiteral("stroke-dasharray"),
+             QStringLiteral("stroke-dashoffset"), QStringLiteral("stroke-linecap"),
+             QStringLiteral("stroke-linejoin"), QStringLiteral("stroke-miterlimit"),
+             QStringLiteral("vector-effect")},
+            {QStringLiteral("font-family"), QStringLiteral("font-size"),
+             QStringLiteral("font-style"), QStringLiteral("font-weight"),
+             QStringLiteral("font-variant"), QStringLiteral("text-anchor")}};
+    return groups;
+}
+
+// Whether a value is the one that an element has without it.
+bool isSameWithout(const StyledValues &values, const SourceElement &element, const QString &name,
+                   const QString &value)
+{
+    static const QHash<QString, QStringList> initial{
+            {QStringLiteral("fill"),
+             {QStringLiteral("#000"), QStringLiteral("#000000"), QStringLiteral("black")}},
+            {QStringLiteral("fill-opacity"), {QStringLiteral("1")}},
+            {QStringLiteral("fill-rule"), {QStringLiteral("nonzero")}},
+            {QStringLiteral("stroke"), {QStringLiteral("none")}},
+            {QStringLiteral("stroke-width"), {QStringLiteral("1"), QStringLiteral("1px")}},
+            {QStringLiteral("stroke-opacity"), {QStringLiteral("1")}},
+            {QStringLiteral("stroke-dasharray"), {QStringLiteral("none")}},
+            {QStringLiteral("stroke-dashoffset"), {QStringLiteral("0")}},
+            {QStringLiteral("stroke-linecap"), {QStringLiteral("butt")}},
+            {QStringLiteral("stroke-linejoin"), {QStringLiteral("miter")}},
+            {QStringLiteral("vector-effect"), {QStringLiteral("none")}},
+            {QStringLiteral("font-style"), {QStringLiteral("normal")}},
+            {QStringLiteral("font-weight"), {QStringLiteral("normal"), QStringLiteral("400")}},
+            {QStringLiteral("font-variant"), {QStringLiteral("normal")}},
+            {QStringLiteral("text-anchor"), {QStringLiteral("start")}}};
+    if (name == QLatin1String("stroke-miterlimit") || value == QLatin1String("inherit"))
+        return true;
+    const QString around = values.inherited(element.parent, name);
+    return around.isEmpty() ? initial.value(name).contains(value.toLower()) : around == value;
+}
+
+// What of a group an element has itself or by an animation, and where.
+QHash<QString, Place> ownOfGroup(const Understood &title, int number, const QStringList &group,
+                                 const std::multimap<int, const Animation *> &animations)
+{
+    QHash<QString, Place> own;
+    for (const Property &property : propertiesOf(title.element(number))) {
+        if (group.contains(property.name) && !property.value.isEmpty())
+            own.insert(property.name, property.place);
+    }
+    const auto [first, last] = animations.equal_range(number);
+    for (auto animation = first; animation != last; ++animation) {
+        const QString &name = animation->second->attribute;
+        if (group.contains(name) && !own.contains(name))
+            own.insert(name,
+                       title.element(animation->second->element)
+                               .placeOf(QStringLiteral("attributeName")));
+    }
+    return own;
+}
+
+void findRulesThatAreLost(const Understood &title, ProblemList &problems)
+{
+    const StyledValues values(title);
+    std::multimap<int, const Animation *> animations; // by the element that they animate
+    for (const Animation &animation : title.animations()) {
+        if (animation.player == Animation::Player::Document)
+            animations.emplace(animation.target, &animation);
+    }
+    for (int number = 0; number < int(title.source().elements().size()); ++number) {
+        const QHash<QString, QString> ruled = values.ofRules(number);
+        if (ruled.isEmpty() || isAnimationElement(title.element(number)))
+            continue;
+        for (const QStringList &group : groupsOfProperties()) {
+            const QHash<QString, Place> own = ownOfGroup(title, number, group, animations);
+            const auto lost = std::find_if(group.begin(), group.end(), [&](const QString &name) {
+                return ruled.contains(name) && !own.contains(name)
+                        && !isSameWithout(values, title.element(number), name, ruled.value(name));
+            });
+            const auto other =
+                    std::find_if(group.begin(), group.end(),
+                                 [&own](const QString &name) { return own.contains(name); });
+            if (lost == group.end() || other == group.end())
+                continue;
+            problems.warn("style-loses", own.value(*other),
+                          QStringLiteral("the %1 of the style sheet is lost, because the element "
+                                         "has a %2 of its own")
+                                  .arg(*lost, *other),
+                          QStringLiteral("Write both as attributes of the element."));
         }
     }
 }
@@ -230,10 +328,10 @@ void findBackgrounds(const Understood &title, ProblemList &problems)
 
 const std::vector<Check> &styleChecks()
 {
-    static const std::vector<Check> checks{findStylesThatLose,   findUnreadSelectors,
-                                           findUnreadAtRules,    findCustomProperties,
-                                           findLateStyleSheets,  findCalculations,
-                                           findStyledGeometry,   findImportantDeclarations,
-                                           findStyledTransforms, findBackgrounds};
+    static const std::vector<Check> checks{
+            findStylesThatLose,   findRulesThatAreLost, findUnreadSelectors,
+            findUnreadAtRules,    findCustomProperties, findLateStyleSheets,
+            findCalculations,     findStyledGeometry,   findImportantDeclarations,
+            findStyledTransforms, findBackgrounds};
     return checks;
 }
