@@ -46,6 +46,9 @@ using Check = void (*)(const Understood &title, ProblemList &problems);
 // The checks, by what they are about, in the order in which they are made.
 const std::vector<Check> &timingChecks();
 const std::vector<Check> &valueChecks();
+const std::vector<Check> &transformChecks();
+const std::vector<Check> &progressChecks();
+const std::vector<Check> &repetitionChecks();
 const std::vector<Check> &drawingChecks();
 const std::vector<Check> &styleChecks();
 const std::vector<Check> &paintChecks();

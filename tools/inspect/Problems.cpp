@@ -36,8 +36,9 @@ QString nameOf(Problem::Severity severity)
 std::vector<Problem> problemsOf(const Understood &title)
 {
     ProblemList problems;
-    for (const auto &checks : {timingChecks(), valueChecks(), styleChecks(), paintChecks(),
-                               textChecks(), drawingChecks(), documentChecks()}) {
+    for (const auto &checks :
+         {timingChecks(), progressChecks(), repetitionChecks(), valueChecks(), transformChecks(),
+          styleChecks(), paintChecks(), textChecks(), drawingChecks(), documentChecks()}) {
         for (const Check check : checks)
             check(title, problems);
     }
