@@ -34,6 +34,12 @@ struct StillTwin
 ///
 ///     length 2000
 ///     warning what the renderer says each time when it reads the broken title
+///     warning-when-loaded what it says when the broken title is loaded, but not when it is drawn
+///
+/// A case of what is no problem has neither code nor remedy, and "--- clean" in place of the broken
+/// and the remedied title.
+///
+/// In the broken title a "^" may mark where the problem is.
 ///
 /// The length in ms is that of the remedied title, and not that of the broken one, which may look
 /// right then. All titles are the content of a root of 100 x 50, unless they bring their own.
@@ -44,11 +50,15 @@ struct RemedyCase
     QString remedy;
     QString length;
     QString warning;
+    QString warningWhenLoaded;
     QString broken;
+    int line = 0; // of the problem in it; 0: that is not said
+    int column = 0;
     QString remedied;
     QString browser; // shows this of the broken title; empty: the same as of the remedied one
     std::vector<StillTwin> twins;
 
+    bool isAboutProblem() const { return !code.isEmpty(); }
     bool isAboutLength() const { return !length.isEmpty(); }
 
     /// What a browser shows of the broken title at the time of a twin.
@@ -99,6 +109,8 @@ private:
             last.length = value;
         else if (name == QLatin1String("warning"))
             last.warning = value;
+        else if (name == QLatin1String("warning-when-loaded"))
+            last.warningWhenLoaded = value;
         else
             QTest::qFail(qPrintable(QStringLiteral("no such fact: ") + name), __FILE__, __LINE__);
     }
@@ -113,8 +125,8 @@ private:
         const QString title = isWhole ? content : svgTitle(content);
         RemedyCase &last = m_cases.back();
         if (m_section == QLatin1String("broken"))
-            last.broken = title;
-        else if (m_section == QLatin1String("remedied"))
+            readBroken(title);
+        else if (m_section == QLatin1String("remedied") || m_section == QLatin1String("clean"))
             last.remedied = title;
         else if (m_section == QLatin1String("browser"))
             last.browser = title;
@@ -125,6 +137,18 @@ private:
                          __LINE__);
         m_section.clear();
         m_text.clear();
+    }
+
+    void readBroken(const QString &marked)
+    {
+        RemedyCase &last = m_cases.back();
+        const int at = marked.indexOf(QLatin1Char('^'));
+        last.broken = QString(marked).remove(QLatin1Char('^'));
+        if (at < 0)
+            return;
+        const QString before = marked.left(at);
+        last.line = before.count(QLatin1Char('\n')) + 1;
+        last.column = at - before.lastIndexOf(QLatin1Char('\n'));
     }
 
     std::vector<RemedyCase> m_cases;

@@ -197,7 +197,7 @@ void TestInspect::tellsTheSameToPersonsAndPrograms()
     QVERIFY(first > 1);
 
     const QJsonArray animations = report.value(QLatin1String("animations")).toArray();
-    QCOMPARE(animations.size(), 20);
+    QCOMPARE(animations.size(), 34);
     for (int i = 0; i < animations.size(); ++i) {
         const QJsonObject animation = animations.at(i).toObject();
         const QString line = lines.at(first + i);

@@ -37,8 +37,9 @@ std::vector<Problem> problemsOf(const Understood &title)
 {
     ProblemList problems;
     for (const auto &checks :
-         {timingChecks(), valueChecks(), writtenChecks(), styleChecks(), paintChecks(),
-          pathChecks(), textChecks(), fontChecks(), drawingChecks(), documentChecks()}) {
+         {timingChecks(), progressChecks(), repetitionChecks(), valueChecks(), writtenChecks(),
+          transformChecks(), styleChecks(), paintChecks(), pathChecks(), textChecks(), fontChecks(),
+          drawingChecks(), documentChecks()}) {
         for (const Check check : checks)
             check(title, problems);
     }

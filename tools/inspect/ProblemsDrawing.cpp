@@ -295,7 +295,7 @@ void findAnimatedColors(const Understood &title, ProblemList &problems)
     for (const Animation &animation : title.animations()) {
         if (animation.player == Animation::Player::Document
             && adjustable.count({animation.target, animation.attribute}) > 0)
-            problems.warn("adjusted-and-animated", title.element(animation.element).place,
+            problems.note("adjusted-and-animated", title.element(animation.element).place,
                           QStringLiteral("a user's colour for this %1 is lost in the next frame, "
                                          "which shows the template's colours again")
                                   .arg(animation.attribute),

@@ -185,6 +185,17 @@ struct UnitProblem
     QString remedy;
 };
 
+// A percentage that is drawn as what it means, although it is read as another number.
+bool isLuckyPercentage(const QString &name, const QString &value)
+{
+    const QString number = value.endsWith(QLatin1Char('%')) ? value.chopped(1) : QString();
+    bool isNumber = false;
+    const double percent = number.toDouble(&isNumber);
+    const bool isNothing = percent == 0.0
+            && (name == QLatin1String("fill-opacity") || name == QLatin1String("stroke-opacity"));
+    return isOpacity(name) && isNumber && (percent >= 100.0 || isNothing);
+}
+
 UnitProblem problemOfUnit(const QString &name, const QString &unit)
 {
     static const QStringList ofInches{QStringLiteral("pt"), QStringLiteral("pc"),
@@ -216,7 +227,7 @@ void findUnits(const Understood &title, ProblemList &problems)
         const bool isPixels =
                 unit == QLatin1String("px") && name != QLatin1String("stroke-dasharray");
         const bool isPercentage = unit == QLatin1String("%") && takesPercentages(element);
-        if (unit.isEmpty() || isPixels || isPercentage
+        if (unit.isEmpty() || isPixels || isPercentage || isLuckyPercentage(name, property.value)
             || property.value.contains(QLatin1String("calc(")))
             return;
         const UnitProblem problem = problemOfUnit(name, unit);

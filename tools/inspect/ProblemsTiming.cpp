@@ -11,24 +11,13 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <optional>
 
-// When animations play: begins, durations, references between them, repetition, and which of
-// several animations of one attribute shows.
+// When animations play: begins, durations, references between them, and which of several animations
+// of one attribute shows.
 
 namespace {
-
-bool isPlayed(const Animation &animation)
-{
-    return animation.player != Animation::Player::Nobody;
-}
-
-bool isPlayedByRenderer(const Animation &animation)
-{
-    return animation.player == Animation::Player::Renderer;
-}
 
 bool isList(const QString &text)
 {
@@ -45,9 +34,14 @@ QString quoted(const QString &text)
 // What comes of a begin that can't be read.
 QString beginInstead(const Animation &animation)
 {
-    return isPlayedByRenderer(animation)
+    return animation.isPlayedByRenderer()
             ? QStringLiteral("the animation does not play")
             : QStringLiteral("the animation begins at %1").arg(secondsText(animation.begin));
+}
+
+bool isWithoutEnd(const QString &time)
+{
+    return time == QLatin1String("indefinite") || time == QLatin1String("media");
 }
 
 // Why a text is no time, and what to write instead.
@@ -65,7 +59,7 @@ TimeProblem problemOfTime(const QString &text)
     if (text.contains(QLatin1Char(':')))
         return {QStringLiteral("is a clock value with colons"),
                 QStringLiteral("Write it in seconds, such as 65s for 00:01:05.")};
-    if (text == QLatin1String("indefinite") || text == QLatin1String("media"))
+    if (isWithoutEnd(text))
         return {QStringLiteral("is no time on the title's timeline"),
                 QStringLiteral("Write a time in seconds.")};
     if (text.endsWith(QLatin1String("min")) || text.endsWith(QLatin1Char('h')))
@@ -96,7 +90,7 @@ std::vector<Begin> begins(const Understood &title)
 {
     std::vector<Begin> result;
     for (const Animation &animation : title.animations()) {
-        if (isPlayed(animation) && !animation.trigger.isEmpty())
+        if (animation.isPlayed() && !animation.trigger.isEmpty())
             result.push_back({animation, animation.trigger,
                               title.element(animation.element).placeOf(QStringLiteral("begin")),
                               referenceInBegin(animation.trigger)});
@@ -129,30 +123,45 @@ void findReservedBegins(const Understood &title, ProblemList &problems)
     }
 }
 
+// Whether the id in a begin is cut in two by browsers, which take a sign in it for that of an
+// offset, and a full stop for that of the event.
+bool isCutByBrowsers(const BeginReference &reference, const QString &begin)
+{
+    const auto has = [](const QString &text, char c) { return text.contains(QLatin1Char(c)); };
+    return has(reference.id, '+') || has(reference.id, '.')
+            || (has(reference.id, '-') && !has(begin, '+'));
+}
+
+void findIdsThatAreCut(const Understood &title, ProblemList &problems)
+{
+    for (const Begin &begin : begins(title)) {
+        const BeginReference &reference = begin.reference;
+        if (!isReference(begin) || isList(begin.text) || !isCutByBrowsers(reference, begin.text))
+            continue;
+        const QString rest = begin.text.mid(reference.id.size());
+        const bool isOffsetLost = !isTimeText(reference.offset)
+                && (rest.contains(QLatin1Char('-')) || rest.contains(QLatin1Char('+')));
+        problems.warn(
+                "sign-in-id", begin.place,
+                QStringLiteral("browsers do not play the animation, because they cut the id %1 "
+                               "at its sign or full stop%2")
+                        .arg(quoted(reference.id),
+                             isOffsetLost ? QStringLiteral(", and the offset counts as 0")
+                                          : QString()),
+                QStringLiteral("Give ids that others refer to no + or -, and no full stop."));
+    }
+}
+
 void findUnreadableOffsets(const Understood &title, ProblemList &problems)
 {
     for (const Begin &begin : begins(title)) {
         const BeginReference &reference = begin.reference;
-        if (!isReference(begin) || isList(begin.text))
-            continue;
-        const bool hasSign =
-                reference.id.contains(QLatin1Char('-')) || reference.id.contains(QLatin1Char('+'));
-        const bool isRead = reference.offset.isEmpty() || isTimeText(reference.offset);
-        if (hasSign && !reference.offset.isEmpty() && !isRead) {
-            const bool isMeant = begin.text.lastIndexOf(QLatin1Char('-')) > reference.id.size()
-                    || begin.text.lastIndexOf(QLatin1Char('+')) > reference.id.size();
-            if (isMeant)
-                problems.warn("sign-in-id", begin.place,
-                              QStringLiteral("the first sign in %1 is part of the id, so the "
-                                             "offset counts as 0")
-                                      .arg(quoted(begin.text)),
-                              QStringLiteral("Give ids that others refer to no + or -."));
-        } else if (!isRead) {
+        if (isReference(begin) && !isList(begin.text) && !reference.offset.isEmpty()
+            && !isTimeText(reference.offset) && !isCutByBrowsers(reference, begin.text))
             problems.warn("unreadable-begin", begin.place,
                           QStringLiteral("the offset %1 can't be read as a time; it counts as 0")
                                   .arg(quoted(reference.offset.trimmed())),
                           problemOfTime(reference.offset.trimmed()).remedy);
-        }
     }
 }
 
@@ -174,10 +183,16 @@ void findTrailingTexts(const Understood &title, ProblemList &problems)
     }
 }
 
+QString remedyWithoutDuration()
+{
+    return QStringLiteral("Give it a dur in seconds; to hold the first value, as a browser does "
+                          "without one, write only that as values, with fill=\"freeze\".");
+}
+
 void findUnreadableDurations(const Understood &title, ProblemList &problems)
 {
     for (const Animation &animation : title.animations()) {
-        if (!isPlayed(animation))
+        if (!animation.isPlayed())
             continue;
         const SourceElement &element = title.element(animation.element);
         const QString duration = element.value(QStringLiteral("dur")).trimmed();
@@ -185,24 +200,24 @@ void findUnreadableDurations(const Understood &title, ProblemList &problems)
         if (duration.isEmpty()) {
             problems.warn("unreadable-duration", place,
                           QStringLiteral("the animation has no duration; ")
-                                  + (isPlayedByRenderer(animation)
+                                  + (animation.isPlayedByRenderer()
                                              ? QStringLiteral("it does not play")
                                              : QStringLiteral("at most its last value shows")),
-                          QStringLiteral("Give it a dur in seconds."));
+                          remedyWithoutDuration());
         } else if (!isTimeText(duration)) {
             const TimeProblem problem = problemOfTime(duration);
-            const QString effect = isPlayedByRenderer(animation)
+            const QString effect = animation.isPlayedByRenderer()
                     ? QStringLiteral("the animation does not play")
                     : QStringLiteral("it counts as 0");
             problems.warn("unreadable-duration", place,
                           QStringLiteral("the duration %1 %2; %3")
                                   .arg(quoted(duration), problem.reason, effect),
-                          problem.remedy);
+                          isWithoutEnd(duration) ? remedyWithoutDuration() : problem.remedy);
         } else if (timeFromText(duration) <= 0) {
             problems.warn("unreadable-duration", place,
                           QStringLiteral("the duration %1 is less than a millisecond")
                                   .arg(quoted(duration)),
-                          QStringLiteral("Give it a dur in seconds."));
+                          remedyWithoutDuration());
         }
     }
 }
@@ -250,8 +265,8 @@ void findCycles(const Understood &title, ProblemList &problems)
     const std::vector<Animation> &animations = title.animations();
     const auto next = [&](int number) {
         const Animation &animation = animations[std::size_t(number)];
-        const auto found = known.find(isPlayed(animation) ? referenceInBegin(animation.trigger).id
-                                                          : QString());
+        const auto found = known.find(animation.isPlayed() ? referenceInBegin(animation.trigger).id
+                                                           : QString());
         return found == known.end() ? -1 : found->second;
     };
     std::vector<int> walkOf(animations.size(), -1); // the walk that has come by
@@ -282,6 +297,56 @@ void findCycles(const Understood &title, ProblemList &problems)
     }
 }
 
+// The number of a time in seconds.
+QString secondsNumber(double ms)
+{
+    constexpr int digits = 10;
+    return QString::number(ms / 1000.0, 'g', digits);
+}
+
+// How long an animation goes on in a browser, ms; none when it never ends.
+std::optional<double> lengthInBrowser(const Animation &animation, const SourceElement &element)
+{
+    const QString count = element.value(QStringLiteral("repeatCount"));
+    if (count == QLatin1String("indefinite"))
+        return std::nullopt;
+    const double cycles = count.toDouble() > 0.0 ? count.toDouble() : 1.0;
+    const double length = cycles * (double(animation.end) - double(animation.begin));
+    const QString shortest = element.value(QStringLiteral("min"));
+    return std::max(length, double(timeFromText(shortest)));
+}
+
+// The end of an animation is here that of its first cycle.
+void findRepeatedEnds(const Understood &title, ProblemList &problems)
+{
+    const std::map<QString, int> known = referableAnimations(title);
+    for (const Begin &begin : begins(title)) {
+        const BeginReference &reference = begin.reference;
+        const auto found = known.find(reference.id);
+        if (!isReference(begin) || isList(begin.text) || reference.fromBegin
+            || found == known.end())
+            continue;
+        const Animation &other = title.animations()[std::size_t(found->second)];
+        const std::optional<double> length = lengthInBrowser(other, title.element(other.element));
+        if (length && *length == double(other.end) - double(other.begin))
+            continue;
+        const bool isCut = isCutByBrowsers(reference, begin.text);
+        const double offset = length.value_or(0.0) + reference.offsetTime();
+        problems.warn(
+                "repeated-end", begin.place,
+                length ? QStringLiteral("the end of %1 counts as that of its first cycle")
+                                 .arg(quoted(reference.id))
+                       : QStringLiteral("the end of %1, which never comes in a browser, counts "
+                                        "as that of its first cycle")
+                                 .arg(quoted(reference.id)),
+                !length || isCut
+                        ? QStringLiteral("Write a plain time.")
+                        : QStringLiteral("Write %1.begin%2%3s.")
+                                  .arg(reference.id, offset < 0.0 ? QString() : QStringLiteral("+"),
+                                       secondsNumber(offset)));
+    }
+}
+
 // Begins are resolved in titles with an "animate" element only.
 void findUnresolvedBegins(const Understood &title, ProblemList &problems)
 {
@@ -301,7 +366,7 @@ void findUnresolvedBegins(const Understood &title, ProblemList &problems)
 void findEndsAfterTheTitle(const Understood &title, ProblemList &problems)
 {
     for (const Begin &begin : begins(title)) {
-        if (isReference(begin) && isPlayedByRenderer(begin.animation)
+        if (isReference(begin) && begin.animation.isPlayedByRenderer()
             && begin.animation.end > title.duration())
             problems.warn("beyond-end", begin.place,
                           QStringLiteral("the animation ends after the title, whose length does "
@@ -320,21 +385,37 @@ bool isMarkOnly(const SourceElement &element)
             && !has("from") && !has("to") && !has("by");
 }
 
+QString remedyOfSet(const SourceElement &element)
+{
+    const bool ends = isTimeText(element.value(QStringLiteral("dur")))
+            && element.value(QStringLiteral("fill")) != QLatin1String("freeze");
+    return QStringLiteral("Use an animate element with this one value as values, and with a dur%1.")
+            .arg(ends ? QString() : QStringLiteral(" and fill=\"freeze\""));
+}
+
+QString remedyOfMotion()
+{
+    return QStringLiteral("Animate x and y of a use element that shows the element, with places on "
+                          "the way at equal distances in time.");
+}
+
 void findUnplayed(const Understood &title, ProblemList &problems)
 {
     for (const Animation &animation : title.animations()) {
-        if (animation.player == Animation::Player::Nobody
-            && title.element(animation.element).name != QLatin1String("animate")
-            && !isMarkOnly(title.element(animation.element)))
-            problems.warn("not-played", title.element(animation.element).place,
-                          QStringLiteral("%1 elements do not play")
-                                  .arg(title.element(animation.element).name),
-                          title.element(animation.element).name == QLatin1String("set")
-                                  ? QStringLiteral("Use an animate element with a word, such as "
-                                                   "values=\"visible\", a dur and "
-                                                   "fill=\"freeze\".")
-                                  : QStringLiteral("Use an animateTransform element, or an animate "
-                                                   "element of transform with sampled values."));
+        const SourceElement &element = title.element(animation.element);
+        if (animation.isPlayed() || isMarkOnly(element))
+            continue;
+        if (element.name != QLatin1String("animate"))
+            problems.warn("not-played", element.place,
+                          QStringLiteral("%1 elements do not play").arg(element.name),
+                          element.name == QLatin1String("set") ? remedyOfSet(element)
+                                                               : remedyOfMotion());
+        else if (element.attribute(QStringLiteral("attributeName")))
+            problems.warn("not-played", element.place,
+                          QStringLiteral("the animation is not noticed, because a letter or digit "
+                                         "stands right in front of it, and so of every other "
+                                         "animate element"),
+                          QStringLiteral("Move it in front of the text."));
     }
 }
 
@@ -345,7 +426,7 @@ void findMissingNames(const Understood &title, ProblemList &problems)
         if (!animation.attribute.trimmed().isEmpty()
             || element.name == QLatin1String("animateMotion"))
             continue;
-        const bool plays = isPlayedByRenderer(animation);
+        const bool plays = animation.isPlayedByRenderer();
         problems.warn("no-attribute-name", element.placeOf(QStringLiteral("attributeName")),
                       QStringLiteral("the animation has no attributeName, and %1")
                               .arg(plays ? QStringLiteral("a browser does not play it")
@@ -367,182 +448,6 @@ void findTargetsElsewhere(const Understood &title, ProblemList &problems)
                                       .arg(quoted(target->value)),
                               QStringLiteral("Move it into the element that it animates."));
         }
-    }
-}
-
-// The time at which an animation stops, repetitions included; none when it never does.
-std::optional<double> activeEnd(const Animation &animation)
-{
-    if (animation.repeatCount < 0.0)
-        return std::nullopt;
-    return animation.begin
-            + animation.repeatCount * (double(animation.end) - double(animation.begin));
-}
-
-// Whether a value of "end", "min" or "max" leaves an animation as long as it is.
-bool changesNoLength(const Animation &animation, const QString &name, const QString &value)
-{
-    if (value.isEmpty() || value == QLatin1String("indefinite"))
-        return value == QLatin1String("indefinite") && name != QLatin1String("min");
-    if (!isTimeText(value))
-        return false;
-    const std::optional<double> end = activeEnd(animation);
-    const double time = timeFromText(value);
-    if (name == QLatin1String("min"))
-        return !end || time <= *end - animation.begin;
-    if (name == QLatin1String("max"))
-        return end && time >= *end - animation.begin;
-    return end && time >= *end;
-}
-
-// Whether an attribute that nobody looks at would make no difference in a browser either.
-bool isHarmless(const Animation &animation, const SourceElement &element,
-                const SourceAttribute &attribute)
-{
-    const QString value = attribute.value.trimmed();
-    if (attribute.name == QLatin1String("keySplines"))
-        return element.value(QStringLiteral("calcMode")) != QLatin1String("spline");
-    if (attribute.name == QLatin1String("accumulate"))
-        return value == QLatin1String("none") || !animation.isRepeated();
-    if (attribute.name == QLatin1String("additive"))
-        return value == QLatin1String("replace") || isPlayedByRenderer(animation);
-    if (attribute.name == QLatin1String("repeatDur"))
-        return false;
-    return changesNoLength(animation, attribute.name, value);
-}
-
-// An attribute of timing that neither the document nor the renderer looks at.
-struct IgnoredAttribute
-{
-    QLatin1String name;
-    QString remedy;
-};
-
-// "restart" is not among them: an animation with a single begin begins once.
-const std::vector<IgnoredAttribute> &ignoredAttributes()
-{
-    static const QString samples =
-            QStringLiteral("Write the motion as values at equal distances in time.");
-    static const std::vector<IgnoredAttribute> attributes{
-            {QLatin1String("keySplines"), samples},
-            {QLatin1String("end"), QStringLiteral("Shorten dur instead.")},
-            {QLatin1String("min"), QStringLiteral("Set dur instead.")},
-            {QLatin1String("max"), QStringLiteral("Set dur instead.")},
-            {QLatin1String("repeatDur"), QStringLiteral("Use repeatCount instead.")},
-            {QLatin1String("additive"),
-             QStringLiteral("Write values to which the element's own value is added.")},
-            {QLatin1String("accumulate"),
-             QStringLiteral("Write the values of all cycles into one.")},
-    };
-    return attributes;
-}
-
-// Of `slices` distances of the same length; words have one for each, other values one less.
-bool areEvenlySpread(const QString &keyTimes, bool isWords)
-{
-    constexpr double tolerance = 0.001;
-    const QStringList times = keyTimes.split(QLatin1Char(';'));
-    const int slices = isWords ? times.size() : std::max(times.size() - 1, 1);
-    for (int i = 0; i < times.size(); ++i) {
-        if (qAbs(times.at(i).trimmed().toDouble() - double(i) / slices) > tolerance)
-            return false;
-    }
-    return true;
-}
-
-void findIgnoredAttributes(const Understood &title, ProblemList &problems)
-{
-    for (const Animation &animation : title.animations()) {
-        if (!isPlayed(animation))
-            continue;
-        const SourceElement &element = title.element(animation.element);
-        for (const IgnoredAttribute &ignored : ignoredAttributes()) {
-            const SourceAttribute *const given = element.attribute(ignored.name);
-            if (given && !isHarmless(animation, element, *given))
-                problems.warn("ignored-attribute", given->place,
-                              QStringLiteral("%1 is ignored").arg(given->name), ignored.remedy);
-        }
-        const SourceAttribute *const keyTimes = element.attribute(QStringLiteral("keyTimes"));
-        const bool isWords = animation.kind == Animation::Kind::Text;
-        if (keyTimes && !areEvenlySpread(keyTimes->value, isWords))
-            problems.warn("ignored-attribute", keyTimes->place,
-                          QStringLiteral("keyTimes is ignored: values are at equal distances in "
-                                         "time"),
-                          QStringLiteral("Write more values at equal distances in time."));
-    }
-}
-
-void findCalcModes(const Understood &title, ProblemList &problems)
-{
-    for (const Animation &animation : title.animations()) {
-        const SourceElement &element = title.element(animation.element);
-        const QString mode = element.value(QStringLiteral("calcMode"));
-        const Place place = element.placeOf(QStringLiteral("calcMode"));
-        const bool isWords = animation.kind == Animation::Kind::Text;
-        if (!isPlayed(animation) || mode.isEmpty() || mode == QLatin1String("linear"))
-            continue;
-        if (mode == QLatin1String("discrete") && !isPlayedByRenderer(animation)) {
-            if (!isWords)
-                problems.warn("discrete", place,
-                              QStringLiteral("values change half-way between two key values, not "
-                                             "in equal slices of the duration"),
-                              QStringLiteral("Use one animation for each value, one after the "
-                                             "other."));
-        } else if (!isWords && mode != QLatin1String("spline")) {
-            problems.warn("ignored-attribute", place,
-                          QStringLiteral("calcMode %1 is ignored").arg(quoted(mode)),
-                          QStringLiteral("Write the motion as values at equal distances in time."));
-        }
-    }
-}
-
-void findRepeatCounts(const Understood &title, ProblemList &problems)
-{
-    for (const Animation &animation : title.animations()) {
-        if (animation.player != Animation::Player::Document)
-            continue;
-        const SourceElement &element = title.element(animation.element);
-        const QString count = element.value(QStringLiteral("repeatCount"));
-        const Place place = element.placeOf(QStringLiteral("repeatCount"));
-        if (animation.repeatCount < 0 && count != QLatin1String("indefinite"))
-            problems.warn("repeat-count", place,
-                          QStringLiteral("repeatCount %1 counts as indefinite").arg(quoted(count)),
-                          QStringLiteral("Write a whole number without white space."));
-        if (animation.isRepeated() && !animation.freezes)
-            problems.warn("repeat-without-freeze", place,
-                          QStringLiteral("only the first cycle shows: a repeated animation goes on "
-                                         "only when it is frozen"),
-                          QStringLiteral("Add fill=\"freeze\"."));
-        // At the end of a later cycle the first key value shows.
-        if (animation.repeatCount > 1 && animation.freezes && animation.begin < animation.end) {
-            const int first = animation.begin;
-            const int end = animation.end;
-            if (animation.played->valueForTime(first) != animation.played->valueForTime(end))
-                problems.warn("repeat-ends-at-start", place,
-                              QStringLiteral("after its last cycle the animation holds its first "
-                                             "value, not its last one"),
-                              QStringLiteral("Let the last value be the first one, or add an "
-                                             "animation of the same attribute that ends there."));
-        }
-    }
-}
-
-// The renderer holds the first value after the last of several whole cycles.
-void findTransformsThatReturn(const Understood &title, ProblemList &problems)
-{
-    for (const Animation &animation : title.animations()) {
-        const SourceElement &element = title.element(animation.element);
-        const QStringList values = element.value(QStringLiteral("values")).split(QLatin1Char(';'));
-        const bool isThereAndBack = values.size() > 1
-                && values.constFirst().simplified() == values.constLast().simplified();
-        const double count = animation.repeatCount;
-        if (animation.kind == Animation::Kind::Transform && animation.freezes && count > 1.0
-            && count == std::floor(count) && !isThereAndBack)
-            problems.warn("repeat-ends-at-start", element.placeOf(QStringLiteral("repeatCount")),
-                          QStringLiteral("after its last cycle the animation holds its first "
-                                         "value, not its last one"),
-                          QStringLiteral("Add an animation of the same attribute that begins "
-                                         "there and holds the last value."));
     }
 }
 
@@ -660,25 +565,14 @@ void findLostConclusion(const Understood &title, ProblemList &problems)
 
 const std::vector<Check> &timingChecks()
 {
-    static const std::vector<Check> checks{findUnreadableBegins,
-                                           findReservedBegins,
-                                           findUnreadableOffsets,
-                                           findTrailingTexts,
-                                           findUnreadableDurations,
-                                           findUnknownTriggers,
-                                           findCycles,
-                                           findUnresolvedBegins,
-                                           findEndsAfterTheTitle,
-                                           findUnplayed,
-                                           findMissingNames,
-                                           findTargetsElsewhere,
-                                           findIgnoredAttributes,
-                                           findCalcModes,
-                                           findRepeatCounts,
-                                           findTransformsThatReturn,
-                                           findSharedKeys,
-                                           findOtherWinners,
-                                           findColorElements,
-                                           findLostConclusion};
+    static const std::vector<Check> checks{findUnreadableBegins,  findReservedBegins,
+                                           findIdsThatAreCut,     findUnreadableOffsets,
+                                           findTrailingTexts,     findUnreadableDurations,
+                                           findUnknownTriggers,   findCycles,
+                                           findRepeatedEnds,      findUnresolvedBegins,
+                                           findEndsAfterTheTitle, findUnplayed,
+                                           findMissingNames,      findTargetsElsewhere,
+                                           findSharedKeys,        findOtherWinners,
+                                           findColorElements,     findLostConclusion};
     return checks;
 }

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
 #include "ProblemList.h"
+#include "Properties.h"
 #include "Understood.h"
 
 #include <Scene/AnimatableAttribute.h>
@@ -12,6 +13,9 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
 
 // What animations write: their key values.
 
@@ -25,6 +29,9 @@ struct KeyValues
     Place place;
     bool isList; // given by "values"
     bool hasFrom;
+
+    // A ";" after the last value of a list.
+    bool endsEmpty() const { return isList && texts.size() > 1 && texts.constLast().isEmpty(); }
 };
 
 std::vector<KeyValues> keyValues(const Understood &title)
@@ -63,9 +70,43 @@ bool isUnreadable(Animation::Kind kind, const QString &text)
     return !isNumber;
 }
 
+// Whether an element's attribute is 0 when nothing animates it.
+bool isZero(const Understood &title, const StyledValues &styles, int element, const QString &name)
+{
+    static const QRegularExpression zero(QStringLiteral("^[-+]?(0+\\.?0*|\\.0+)(px)?$"));
+    static const QStringList zeroByDefault{
+            QStringLiteral("x"),  QStringLiteral("y"),  QStringLiteral("width"),
+            QStringLiteral("cx"), QStringLiteral("cy"), QStringLiteral("height"),
+            QStringLiteral("x1"), QStringLiteral("y1"), QStringLiteral("r"),
+            QStringLiteral("dx"), QStringLiteral("dy"), QStringLiteral("stroke-dashoffset")};
+    const QString value = name == QLatin1String("stroke-dashoffset")
+            ? styles.inherited(element, name)
+            : styles.own(element, name);
+    const bool isRadial = title.element(element).name == QLatin1String("radialGradient");
+    return value.isEmpty() ? zeroByDefault.contains(name) && !isRadial : value.contains(zero);
+}
+
+// Without a value to begin at, the document begins at 0: of these animations it is the right one.
+std::set<const Animation *> animationsFromZero(const Understood &title)
+{
+    const StyledValues styles(title);
+    std::map<std::pair<int, QString>, int> counts; // by element and attribute
+    for (const Animation &animation : title.animations())
+        ++counts[{animation.target, animation.attribute}];
+    std::set<const Animation *> result;
+    for (const Animation &animation : title.animations()) {
+        if (animation.kind == Animation::Kind::Number
+            && counts[{animation.target, animation.attribute}] == 1
+            && isZero(title, styles, animation.target, animation.attribute))
+            result.insert(&animation);
+    }
+    return result;
+}
+
 // Missing values; what they do depends on the player.
 void findMissingValues(const Understood &title, ProblemList &problems)
 {
+    const std::set<const Animation *> fromZero = animationsFromZero(title);
     for (const KeyValues &values : keyValues(title)) {
         if (values.isList || (values.hasFrom && !values.texts.constLast().isEmpty()))
             continue;
@@ -81,14 +122,24 @@ void findMissingValues(const Understood &title, ProblemList &problems)
             problems.warn("missing-value", values.place,
                           QStringLiteral("the animation has no to and no values"),
                           QStringLiteral("Write from and to, or values."));
-        else
+        else if (fromZero.count(&values.animation) == 0)
             problems.warn(
                     "missing-value", values.place,
                     isDocuments(values)
                             ? QStringLiteral("without a from, the animation does not begin at "
                                              "the element's own value")
                             : QStringLiteral("without a from, the animation does not play"),
-                    QStringLiteral("Write the element's own value as from."));
+                    QStringLiteral("Write the value that it has at that time as from."));
+    }
+}
+
+void findEmptyLastValues(const Understood &title, ProblemList &problems)
+{
+    for (const KeyValues &values : keyValues(title)) {
+        if (isDocuments(values) && values.endsEmpty())
+            problems.warn("unreadable-value", values.place,
+                          QStringLiteral("after the last ; one more value follows, which is empty"),
+                          QStringLiteral("Write no ; after the last value."));
     }
 }
 
@@ -101,7 +152,7 @@ bool hasExponent(const QString &text)
 void findNumbersThatDiffer(const Understood &title, ProblemList &problems)
 {
     for (const KeyValues &values : keyValues(title)) {
-        if (values.animation.kind != Animation::Kind::NumberList)
+        if (values.animation.kind != Animation::Kind::NumberList || values.endsEmpty())
             continue;
         if (values.animation.played->valueCount() == 0)
             problems.warn("numbers-differ", values.place,
@@ -147,7 +198,7 @@ void findSeparatorsThatDiffer(const Understood &title, ProblemList &problems)
 void findUnreadableValues(const Understood &title, ProblemList &problems)
 {
     for (const KeyValues &values : keyValues(title)) {
-        if (!isDocuments(values))
+        if (!isDocuments(values) || values.endsEmpty())
             continue;
         for (int i = values.isList || values.hasFrom ? 0 : 1; i < values.texts.size(); ++i) {
             const QString text = values.texts.at(i);
@@ -186,28 +237,12 @@ void findLostAlpha(const Understood &title, ProblemList &problems)
     }
 }
 
-// Words change in equal slices, as in a browser; with a first value of numbers, they are emptied.
-void findTransformValues(const Understood &title, ProblemList &problems)
-{
-    for (const KeyValues &values : keyValues(title)) {
-        if (values.animation.kind == Animation::Kind::Transform && values.isList
-            && values.texts.size() != 2)
-            problems.warn("transform-values", values.place,
-                          QStringLiteral("an animateTransform plays exactly two values right, and "
-                                         "not %1")
-                                  .arg(values.texts.size()),
-                          QStringLiteral("Write one animateTransform for each pair, or an animate "
-                                         "element of transform with values such as "
-                                         "translate(0 20)."));
-    }
-}
-
 } // namespace
 
 const std::vector<Check> &valueChecks()
 {
-    static const std::vector<Check> checks{
-            findMissingValues,    findNumbersThatDiffer, findSeparatorsThatDiffer,
-            findUnreadableValues, findLostAlpha,         findTransformValues};
+    static const std::vector<Check> checks{findMissingValues,     findEmptyLastValues,
+                                           findNumbersThatDiffer, findSeparatorsThatDiffer,
+                                           findUnreadableValues,  findLostAlpha};
     return checks;
 }

@@ -60,11 +60,9 @@ Animation::Kind kindOf(const AnimatableAttribute &attribute)
 // As the renderer reads it.
 double repeatCountOf(const QString &text)
 {
-    bool isNumber = false;
-    const double count = text.toDouble(&isNumber);
-    if (isNumber)
-        return count;
-    return text == QLatin1String("indefinite") ? -1.0 : 1.0;
+    if (text == QLatin1String("indefinite"))
+        return -1.0;
+    return text.isEmpty() ? 1.0 : text.toDouble();
 }
 
 QByteArray textIn(SvgDocument &document)
@@ -74,6 +72,13 @@ QByteArray textIn(SvgDocument &document)
 }
 
 } // namespace
+
+std::optional<double> Animation::activeEnd() const
+{
+    if (repeatCount < 0.0)
+        return std::nullopt;
+    return begin + repeatCount * (double(end) - double(begin));
+}
 
 QString nameOf(Animation::Kind kind)
 {

@@ -47,7 +47,12 @@ struct Animation
     QString trigger;                                     // the begin as the author wrote it
     boost::shared_ptr<const AnimatableAttribute> played; // null unless the document plays it
 
+    bool isPlayed() const { return player != Player::Nobody; }
+    bool isPlayedByRenderer() const { return player == Player::Renderer; }
     bool isRepeated() const { return repeatCount < 0.0 || repeatCount > 1.0; }
+
+    // The time at which it stops, repetitions included; none when it never does.
+    std::optional<double> activeEnd() const;
 };
 
 QString nameOf(Animation::Kind kind);
