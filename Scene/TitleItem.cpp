@@ -21,6 +21,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenu>
+#include <QMetaType>
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
@@ -32,6 +33,9 @@
 
 #include <algorithm>
 #include <utility>
+
+// Not in the header: an application may declare it, too.
+Q_DECLARE_METATYPE(QTextCharFormat)
 
 namespace {
 

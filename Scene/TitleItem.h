@@ -7,13 +7,10 @@
 
 #include <QGraphicsTextItem>
 #include <QImage>
-#include <QMetaType>
 #include <QPointer>
 #include <QTextCharFormat>
 
 #include <memory>
-
-Q_DECLARE_METATYPE(QTextCharFormat)
 
 class QTextDocument;
 
