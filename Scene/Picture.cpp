@@ -56,16 +56,23 @@ bool isPlainlyPacked(const QByteArray &file, const QByteArray &format)
 
 } // namespace
 
-qint64 pixelsOfPicture(const QString &reference)
+EmbeddedPicture embeddedPicture(const QString &reference)
 {
     if (reference.size() > AdmissionLimits::pictureLength.most)
-        return 0;
+        return {};
     QByteArray file = embeddedFile(reference);
     const QByteArray format = formatOf(file);
     if (format.isEmpty() || !isPlainlyPacked(file, format))
-        return 0;
+        return {};
     QBuffer buffer(&file);
     buffer.open(QIODevice::ReadOnly);
     const QSize size = QImageReader(&buffer, format).size();
-    return size.isEmpty() ? 0 : qint64(size.width()) * size.height();
+    if (size.isEmpty())
+        return {};
+    return {file, format, qint64(size.width()) * size.height()};
+}
+
+qint64 pixelsOfPicture(const QString &reference)
+{
+    return embeddedPicture(reference).pixels;
 }

@@ -22,6 +22,7 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenu>
+#include <QMetaType>
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
@@ -31,6 +32,9 @@
 #include <QTextLayout>
 
 #include <utility>
+
+// Not in the header: an application may declare it, too.
+Q_DECLARE_METATYPE(QTextCharFormat)
 
 namespace {
 

@@ -7,13 +7,10 @@
 
 #include <QGraphicsTextItem>
 #include <QImage>
-#include <QMetaType>
 #include <QPointer>
 #include <QTextCharFormat>
 
 #include <memory>
-
-Q_DECLARE_METATYPE(QTextCharFormat)
 
 class QTextDocument;
 
@@ -45,8 +42,14 @@ class TITLESCENE_EXPORT TitleItem : public QGraphicsTextItem
 
 public:
     /// Shows \a document, or an empty one of its own when it is null. One of the item's own reads
-    /// no file, whatever pictures its text names: it shows those that the application adds to it
-    /// (QTextDocument::addResource).
+    /// no file, whatever pictures its text names. It shows those that the application adds to it
+    /// (QTextDocument::addResource), and PNG and JPEG pictures that stand in the text itself
+    /// ("data:" references in base64), within the limits of those in an SVG title.
+    ///
+    /// \a size is that of the picture, in pixels of which 96 make an inch, on which the text is
+    /// measured. It is cut to whole numbers, and neither the item's size nor a limit for it: the
+    /// text is as wide as its longest line until setSize() gives it a width, and always as high as
+    /// its lines.
     TitleItem(const QSizeF &size, QTextDocument *document, QGraphicsItem *parent = nullptr);
     ~TitleItem() override;
 
@@ -93,7 +96,11 @@ Q_SIGNALS:
     void geometryChanged();
 
 public Q_SLOTS:
-    /// Sets the text width; the height follows from the text.
+    /// Sets the text width, scene units before transforms; the height follows from the text, and
+    /// that of \a size is ignored. So of the handles of a ResizeDecorator, those at the left and
+    /// the right fit a text (ResizeDecorator::setAvailableHandles): with the upper ones the frame
+    /// would move up and down without growing, and the one in the middle of the bottom does
+    /// nothing.
     void setSize(QSizeF size);
 
     /// Begins editing with the text cursor at a point in item coordinates, or ends it.

@@ -22,6 +22,8 @@
 
 #include <functional>
 
+Q_DECLARE_METATYPE(QTextCharFormat)
+
 /*!
  * A text title on a scene in a window of its own, with a hand for the mouse and the keyboard. What
  * they do goes to the window, as the window system would send it.

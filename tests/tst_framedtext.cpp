@@ -73,6 +73,8 @@ private Q_SLOTS:
     void textBesideTheFrameIsLeftAlone();
     void listenersMayDelete_data();
     void listenersMayDelete();
+    void handlesChangeTheWidthOnly_data();
+    void handlesChangeTheWidthOnly();
 };
 
 void FramedTextTest::doubleClickSelectsTheWord_data()
@@ -177,6 +179,38 @@ void FramedTextTest::listenersMayDelete()
     text.mouse.doubleClick(text.pointAt(5));
     QVERIFY(!text.title);
     QCOMPARE(text.frame.isNull(), isFrame);
+}
+
+void FramedTextTest::handlesChangeTheWidthOnly_data()
+{
+    QTest::addColumn<Qt::WindowFrameSection>("section");
+    QTest::addColumn<QPointF>("move");
+    QTest::addColumn<qreal>("growth");
+
+    const auto row = [](const char *name, Qt::WindowFrameSection section, const QPointF &move,
+                        qreal growth) { QTest::newRow(name) << section << move << growth; };
+    row("left", Qt::LeftSection, QPointF(10, 0), -10);
+    row("right", Qt::RightSection, QPointF(0, 0), 10);
+    row("bottom right", Qt::BottomRightSection, QPointF(0, 0), 10);
+    row("bottom", Qt::BottomSection, QPointF(0, 0), 0);
+    row("top", Qt::TopSection, QPointF(0, 5), 0);
+    row("top right", Qt::TopRightSection, QPointF(0, 5), 10);
+}
+
+void FramedTextTest::handlesChangeTheWidthOnly()
+{
+    QFETCH(const Qt::WindowFrameSection, section);
+    QFETCH(const QPointF, move);
+    QFETCH(const qreal, growth);
+
+    FramedText text;
+    text.frame->setSize(QSizeF(150.0, 100.0));
+    auto *frame = qobject_cast<ResizeDecorator *>(text.frame);
+    const QRectF before = text.title->boundingRect();
+    text.mouse.drag(centreOnScene(*handlesOf(*frame).at(section)), QPoint(10, 5));
+    COMPARE_CLOSE(text.title->boundingRect().width(), before.width() + growth);
+    QCOMPARE(text.title->boundingRect().height(), before.height());
+    COMPARE_POINTS(text.frame->pos(), move);
 }
 
 QTEST_MAIN(FramedTextTest)

@@ -10,8 +10,12 @@
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
 #include <QGraphicsView>
+#include <QMetaType>
 
 #include <cmath>
+
+// Not in the header: an application may declare it, too.
+Q_DECLARE_METATYPE(QSet<Qt::WindowFrameSection>)
 
 namespace {
 

@@ -5,12 +5,9 @@
 
 #include <Scene/Decorator/AbstractDecorator.h>
 
-#include <QMetaType>
 #include <QSet>
 
 #include <map>
-
-Q_DECLARE_METATYPE(QSet<Qt::WindowFrameSection>)
 
 /// A frame with eight handles that a user drags to size the decorated item.
 ///
