@@ -37,6 +37,7 @@ class TestMissingFonts : public WarningFreeTest
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
     void cleanup() { m_folder.reset(); }
 
@@ -46,6 +47,7 @@ private Q_SLOTS:
     void noneAreNamed();
     void severalAreNamedInOrder();
     void listsAreNamedOnceByEach();
+    void manyTakeAnEnd();
     void strictRefuses_data();
     void strictRefuses();
     void strictTakesAnyWarning();
@@ -90,6 +92,18 @@ QByteArray TestMissingFonts::pictureOf(const QString &title) const
 QStringList TestMissingFonts::written() const
 {
     return QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+}
+
+// Otherwise pictures would tell nothing of fonts.
+void TestMissingFonts::initTestCase()
+{
+    init();
+    const auto inFont = [this](const char *family) {
+        return pictureOf(titleOf(QStringLiteral("<text y='40' font-family='%1'>ab</text>")
+                                         .arg(QLatin1String(family))));
+    };
+    QVERIFY(inFont("DejaVu Sans") != inFont("DejaVu Serif"));
+    cleanup();
 }
 
 void TestMissingFonts::areNamedWithTheirStandIn_data()
@@ -172,16 +186,11 @@ void TestMissingFonts::areNamedWithTheirStandIn()
                                      .arg(severity, reason, standIn);
     QVERIFY2(found.contains(expected), qPrintable(found.join(QLatin1Char('\n'))));
 
+    const QString inStandIn =
+            titleOf(QStringLiteral("<text y='40' font-family='%1'>ab</text>").arg(standIn));
     const QByteArray picture = pictureOf(title);
     QVERIFY(!picture.isEmpty());
-    const auto inFont = [this](const QString &family) {
-        return pictureOf(
-                titleOf(QStringLiteral("<text y='40' font-family='%1'>ab</text>").arg(family)));
-    };
-    const QString red = QStringLiteral("fill:red");
-    if (!content.contains(red))
-        QVERIFY(picture == inFont(standIn));
-    QVERIFY(inFont(QStringLiteral("DejaVu Sans")) != inFont(QStringLiteral("DejaVu Serif")));
+    QCOMPARE(picture == pictureOf(inStandIn), !content.contains(QStringLiteral("fill:red")));
 }
 
 void TestMissingFonts::noneAreNamed_data()
@@ -287,6 +296,21 @@ void TestMissingFonts::listsAreNamedOnceByEach()
     const QString told = inspectTitle(title).output;
     QVERIFY(told.contains(QStringLiteral("[font-list]")));
     QVERIFY(!told.contains(QStringLiteral("[missing-font]")));
+}
+
+void TestMissingFonts::manyTakeAnEnd()
+{
+    QString content;
+    for (int i = 0; i < 150; ++i)
+        content += QStringLiteral("<text y='40' font-family='Gone %1'>ab</text>").arg(i % 120);
+    const QJsonArray problems =
+            inspectTitle(titleOf(content), {QStringLiteral("--json")}).problems();
+    const QString code = QStringLiteral("missing-font");
+    const auto isMissingFont = [&code](const QJsonValue &problem) {
+        return problem.toObject().value(QLatin1String("code")).toString() == code;
+    };
+    // The first hundred names, of which thirty come twice.
+    QCOMPARE(std::count_if(problems.begin(), problems.end(), isMissingFont), 130);
 }
 
 void TestMissingFonts::strictRefuses_data()

@@ -306,6 +306,38 @@ std::vector<Family> askedFamilies(const SourcePlaces &source)
     return asked;
 }
 
+// What is drawn instead of fonts. Each is looked up once, since that takes as long as drawing in
+// it.
+class StandIns
+{
+public:
+    // Empty for a font that is there; and for the last ones of a title that lacks far too many.
+    QString of(const QString &name)
+    {
+        const auto known = m_known.find(name);
+        if (known != m_known.end())
+            return *known;
+        const QString standIn = m_missing < mostMissingFonts ? lookUp(name) : QString();
+        if (!standIn.isEmpty())
+            ++m_missing;
+        m_known.insert(name, standIn);
+        return standIn;
+    }
+
+private:
+    QString lookUp(const QString &name) const
+    {
+        if (isGeneric(name) || m_database.hasFamily(name))
+            return QString();
+        const QString family = QFontInfo(fontOf(name)).family();
+        return family.compare(name.simplified(), Qt::CaseInsensitive) == 0 ? QString() : family;
+    }
+
+    const QFontDatabase m_database;
+    QHash<QString, QString> m_known;
+    int m_missing = 0;
+};
+
 } // namespace
 
 QString MissingFont::reason() const
@@ -321,7 +353,7 @@ QString MissingFont::reason() const
 std::vector<MissingFont> missingFonts(const SourcePlaces &source)
 {
     const QHash<QString, int> fontsOfTitle = ownFonts(source);
-    const QFontDatabase database;
+    StandIns standIns;
     std::vector<MissingFont> missing;
     std::set<std::tuple<int, int, QString>> seen; // lines, columns and values
     for (const Family &family : askedFamilies(source)) {
@@ -331,9 +363,8 @@ std::vector<MissingFont> missingFonts(const SourcePlaces &source)
         const bool isOfTitle = ofTitle != fontsOfTitle.end() && *ofTitle < family.element;
         const MissingFont::Cause cause = causeFor(family);
         const QString name = askedName(family, cause);
-        const QString standIn = QFontInfo(fontOf(name)).family();
-        if (isOfTitle || isGeneric(name) || database.hasFamily(name)
-            || standIn.compare(name.simplified(), Qt::CaseInsensitive) == 0)
+        const QString standIn = isOfTitle ? QString() : standIns.of(name);
+        if (standIn.isEmpty())
             continue;
         const bool isName = cause == MissingFont::Cause::NotInstalled;
         missing.push_back({isName ? name : family.text(), standIn, cause, family.place});

@@ -26,6 +26,9 @@ struct MissingFont
     QString reason() const; // what is wrong, in words
 };
 
+// After so many different names no other one is looked up.
+constexpr int mostMissingFonts = 100;
+
 // The missing fonts of a title, once for each place that names them. What is neither installed nor
 // a font of the title itself is missing, but for the names of CSS that ask for no font in
 // particular, such as "sans-serif". Needs a QGuiApplication.

@@ -349,6 +349,8 @@ QStringList Options::workerArguments(const QStringList &which) const
         arguments << longOption(set.color) << color.name();
     if (quiet)
         arguments << longOption(set.quiet);
+    if (strict)
+        arguments << longOption(set.strict);
     arguments << standardInputName();
     return arguments;
 }

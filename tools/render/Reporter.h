@@ -67,7 +67,7 @@ private:
 class WorkerReporter : public Reporter
 {
 public:
-    WorkerReporter() : Reporter(false) {}
+    using Reporter::Reporter;
 
     void begin(qint64) override {}
     void pictureDone() override; // throws a Failure when nobody listens any more

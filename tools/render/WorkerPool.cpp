@@ -82,22 +82,12 @@ void WorkerPool::readMessages(QProcess *worker)
             m_reporter.pictureDone();
             break;
         case WorkerMessage::Warned:
-            takeWarning(message.text);
+            m_reporter.warning(message.text);
             break;
         case WorkerMessage::Failed:
             fail(message.text);
             break;
         }
-    }
-}
-
-void WorkerPool::takeWarning(const QString &text)
-{
-    m_reporter.warning(text);
-    try {
-        m_reporter.refuseWarnings();
-    } catch (const Failure &failure) {
-        fail(failure.message());
     }
 }
 

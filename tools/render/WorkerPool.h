@@ -29,7 +29,6 @@ public:
 private:
     void start(const QStringList &arguments);
     void readMessages(QProcess *worker);
-    void takeWarning(const QString &text);
     void workerEnded(QProcess *worker, bool succeeded);
     void fail(const QString &message);
     void endWorkers();

@@ -120,7 +120,7 @@ void render(const Options &options, Reporter &reporter)
 std::unique_ptr<Reporter> reporterFor(const Options &options)
 {
     if (options.worker)
-        return std::make_unique<WorkerReporter>();
+        return std::make_unique<WorkerReporter>(options.strict);
     return std::make_unique<ConsoleReporter>(options.quiet, options.strict);
 }
 
