@@ -284,6 +284,7 @@ private Q_SLOTS:
     void pastedTextTakesTheFontOfTheDocument();
     void fontOfTheApplicationCounts_data();
     void fontOfTheApplicationCounts();
+    void sameFontIsOneStep();
     void formatToComeStays();
     void formatToComeIsThatOfTheNextCharacter();
     void undoneByCodeAfterTheTitle();
@@ -517,6 +518,27 @@ void TitleItemUndoTest::fontOfTheApplicationCounts()
     stage.press(QKeySequence::Redo);
     QCOMPARE(stage.formatAt(0).font().family(), font.family());
     QCOMPARE(stage.formatAt(0).font().pointSize(), 30);
+}
+
+/// In a plain item, the second character would have a format of its own.
+void TitleItemUndoTest::sameFontIsOneStep()
+{
+    TextStage stage(QStringLiteral("one <b>two</b>"));
+    QVERIFY(stage.show());
+    stage.item->setEditable(true);
+    stage.press(Qt::Key_End);
+    stage.press(Qt::Key_Home);
+    stage.press(Qt::Key_Right);
+    stage.type(QStringLiteral("a"));
+    QTextCharFormat regular;
+    regular.setFontWeight(QFont::Normal);
+    QTextCursor cursor = stage.item->textCursor();
+    cursor.mergeCharFormat(regular);
+    stage.item->setTextCursor(cursor);
+    stage.type(QStringLiteral("b"));
+    QCOMPARE(stage.text(), QStringLiteral("oabne two"));
+    stage.press(QKeySequence::Undo);
+    QCOMPARE(stage.text(), QStringLiteral("one two"));
 }
 
 void TitleItemUndoTest::formatToComeStays()
