@@ -42,27 +42,36 @@ std::vector<FormatRun> formatRuns(const QTextDocument &document)
     return runs;
 }
 
-/// The fonts of what is shown, in a document of another default font.
-std::vector<QFont> fontsUnder(const QFont &defaultFont, const std::vector<FormatRun> &runs)
+std::vector<QTextCharFormat> shownFormats(const QTextDocument &document)
+{
+    std::vector<QTextCharFormat> formats;
+    for (const FormatRun &run : formatRuns(document)) {
+        if (run.isShown)
+            formats.push_back(run.format);
+    }
+    return formats;
+}
+
+/// The fonts of formats in a document of another default font.
+std::vector<QFont> fontsUnder(const QFont &defaultFont, const std::vector<QTextCharFormat> &formats)
 {
     QTextDocument document;
     document.setDefaultFont(defaultFont);
     QTextCursor cursor(&document);
     std::vector<QFont> fonts;
-    for (const FormatRun &run : runs) {
-        if (!run.isShown)
-            continue;
-        cursor.setCharFormat(run.format);
+    fonts.reserve(formats.size());
+    for (const QTextCharFormat &format : formats) {
+        cursor.setCharFormat(format);
         fonts.push_back(cursor.charFormat().font());
     }
     return fonts;
 }
 
-/// Whether nothing that is shown tells which of the two is the default font.
-bool looksTheSame(const QTextDocument &document, const QFont &oneDefault, const QFont &other)
+/// Whether no format tells which of the two is the default font.
+bool areTheSame(const std::vector<QTextCharFormat> &formats, const QFont &oneDefault,
+                const QFont &other)
 {
-    const std::vector<FormatRun> runs = formatRuns(document);
-    return fontsUnder(oneDefault, runs) == fontsUnder(other, runs);
+    return fontsUnder(oneDefault, formats) == fontsUnder(other, formats);
 }
 
 /// The format with its whole font written into it.
@@ -108,31 +117,37 @@ FollowingFont &FollowingFont::of(QTextDocument &document)
 FollowingFont::FollowingFont(QTextDocument &document)
     : QObject(&document), m_document(document), m_own(document.defaultFont()), m_followed(m_own)
 {
-    connect(&document, &QTextDocument::contentsChanged, this, &FollowingFont::keepLook);
+    connect(&document, &QTextDocument::contentsChanged, this, &FollowingFont::keepLookOfText);
 }
 
-/// False, too, after the application has chosen another default font.
+/// No longer after the application has chosen another default font.
 bool FollowingFont::isFollowing() const
 {
-    return m_document.defaultFont().isCopyOf(m_followed);
+    return m_followed != m_own && m_document.defaultFont().isCopyOf(m_followed);
 }
 
 void FollowingFont::follow(const QFont &font)
 {
     if (!isFollowing())
         m_own = m_document.defaultFont();
-    if (!looksTheSame(m_document, m_own, font) && !m_document.isUndoAvailable()
+    if (!areTheSame(shownFormats(m_document), m_own, font) && !m_document.isUndoAvailable()
         && !m_document.isRedoAvailable())
         writeWholeFonts(m_document);
-    if (!looksTheSame(m_document, m_own, font))
+    if (!areTheSame(shownFormats(m_document), m_own, font))
         return;
     m_followed = font;
     m_document.setDefaultFont(font);
 }
 
-/// After an undo, say, which brings text back that relies on the document's own font.
-void FollowingFont::keepLook()
+void FollowingFont::keepLookOf(const QTextCharFormat &format)
 {
-    if (isFollowing() && !looksTheSame(m_document, m_own, m_followed))
+    if (isFollowing() && !areTheSame({format}, m_own, m_followed))
+        m_document.setDefaultFont(m_own);
+}
+
+/// An undo, say, has brought text back that relies on the document's own font.
+void FollowingFont::keepLookOfText()
+{
+    if (isFollowing() && !areTheSame(shownFormats(m_document), m_own, m_followed))
         m_document.setDefaultFont(m_own);
 }

@@ -6,6 +6,7 @@
 #include <QFont>
 #include <QObject>
 
+class QTextCharFormat;
 class QTextDocument;
 
 /// Lets the default font of a document follow the font at a text cursor, without a trace in what is
@@ -27,11 +28,14 @@ public:
     /// text gets its whole fonts for itself first.
     void follow(const QFont &font);
 
+    /// Takes the font back where a format that text is about to get would look different with it.
+    void keepLookOf(const QTextCharFormat &format);
+
 private:
     explicit FollowingFont(QTextDocument &document);
 
     bool isFollowing() const;
-    void keepLook();
+    void keepLookOfText();
 
     QTextDocument &m_document;
     QFont m_own;

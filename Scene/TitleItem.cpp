@@ -381,6 +381,7 @@ void TitleItem::pressPasteKey()
 
 void TitleItem::checkFormatChanges(int type)
 {
+    FollowingFont::of(*document()).keepLookOf(currentCharFormat());
     const QTextCharFormat format = currentCharFormat();
     if (format == m_lastCharFormat)
         return;
@@ -407,7 +408,9 @@ void TitleItem::makeDefault(const QFont &font)
 {
     const bool wasModified = m_modified;
     const bool isReported = m_lastCharFormat == currentCharFormat();
-    FollowingFont::of(*document()).follow(font);
+    FollowingFont &defaultFont = FollowingFont::of(*document());
+    defaultFont.follow(font);
+    defaultFont.keepLookOf(currentCharFormat());
     if (isReported)
         m_lastCharFormat = currentCharFormat(); // which may have its whole font by now
     m_modified = wasModified;

@@ -34,6 +34,7 @@ struct TextTwin
         scene.setFocus();
     }
 
+    QImage layoutImage; // outlives the document
     QTextDocument document;
     QGraphicsScene scene;
     QGraphicsTextItem *item = nullptr;
@@ -46,10 +47,8 @@ struct TextTwin
 class TextTwins
 {
 public:
-    explicit TextTwins(const QString &html) : m_layoutImage(1, 1, QImage::Format_ARGB32)
+    explicit TextTwins(const QString &html)
     {
-        m_layoutImage.setDotsPerMeterX(3780);
-        m_layoutImage.setDotsPerMeterY(3780);
         for (TextTwin *twin : {&title, &plain}) {
             twin->document.setDefaultFont(QFont(QStringLiteral("DejaVu Sans"), 12));
             twin->document.setHtml(html);
@@ -58,7 +57,10 @@ public:
         title.add(titleItem);
         auto *item = new QGraphicsTextItem;
         item->setDocument(&plain.document);
-        plain.document.documentLayout()->setPaintDevice(&m_layoutImage);
+        plain.layoutImage = QImage(1, 1, QImage::Format_ARGB32);
+        plain.layoutImage.setDotsPerMeterX(3780);
+        plain.layoutImage.setDotsPerMeterY(3780);
+        plain.document.documentLayout()->setPaintDevice(&plain.layoutImage);
         plain.add(item);
     }
 
@@ -129,7 +131,7 @@ public:
             action(cursor);
             twin->item->setTextCursor(cursor);
         }
-        afterEvent();
+        compare();
     }
 
     /// The middle of the caret before the character at a position.
@@ -172,6 +174,8 @@ private:
             plain.item->setTextCursor(cursor);
         }
         compare();
+        if (m_difference.isEmpty() && fontAtCursor(title) != fontAtCursor(plain))
+            m_difference = fontAtCursor(title).toString() + QStringLiteral(" at the cursor");
         if (!hasHistory(title.document) && !hasHistory(plain.document))
             copyFormats();
     }
@@ -207,6 +211,15 @@ private:
         plain.document.setModified(title.document.isModified());
         // The format of an empty paragraph alone leaves that without a layout.
         plain.document.markContentsDirty(0, plain.document.characterCount());
+    }
+
+    /// That of text to come, which counts as soon as a character is before it.
+    static QFont fontAtCursor(const TextTwin &twin)
+    {
+        QTextCursor cursor = twin.item->textCursor();
+        if (cursor.position() == 0)
+            cursor.movePosition(QTextCursor::Start);
+        return cursor.charFormat().font();
     }
 
     /// Steps to undo and to redo, the anchor and the position of the text cursor.
@@ -308,7 +321,6 @@ private:
         return image;
     }
 
-    QImage m_layoutImage;
     QString m_difference;
     int m_eventCount = 0;
 };

@@ -284,6 +284,9 @@ private Q_SLOTS:
     void pastedTextTakesTheFontOfTheDocument();
     void fontOfTheApplicationCounts_data();
     void fontOfTheApplicationCounts();
+    void sameFontIsOneStep();
+    void formatToComeStays();
+    void formatToComeIsThatOfTheNextCharacter();
     void undoneByCodeAfterTheTitle();
     void twoTitlesOfOneDocument();
 };
@@ -515,6 +518,65 @@ void TitleItemUndoTest::fontOfTheApplicationCounts()
     stage.press(QKeySequence::Redo);
     QCOMPARE(stage.formatAt(0).font().family(), font.family());
     QCOMPARE(stage.formatAt(0).font().pointSize(), 30);
+}
+
+/// In a plain item, the second character would have a format of its own.
+void TitleItemUndoTest::sameFontIsOneStep()
+{
+    TextStage stage(QStringLiteral("one <b>two</b>"));
+    QVERIFY(stage.show());
+    stage.item->setEditable(true);
+    stage.press(Qt::Key_End);
+    stage.press(Qt::Key_Home);
+    stage.press(Qt::Key_Right);
+    stage.type(QStringLiteral("a"));
+    QTextCharFormat regular;
+    regular.setFontWeight(QFont::Normal);
+    QTextCursor cursor = stage.item->textCursor();
+    cursor.mergeCharFormat(regular);
+    stage.item->setTextCursor(cursor);
+    stage.type(QStringLiteral("b"));
+    QCOMPARE(stage.text(), QStringLiteral("oabne two"));
+    stage.press(QKeySequence::Undo);
+    QCOMPARE(stage.text(), QStringLiteral("one two"));
+}
+
+void TitleItemUndoTest::formatToComeStays()
+{
+    TextStage stage(QStringLiteral("one <b>two</b>"));
+    QVERIFY(stage.show());
+    stage.item->setEditable(true, stage.pointAt(7));
+    QTextCursor cursor = stage.item->textCursor();
+    QTextCharFormat italic;
+    italic.setFontItalic(true);
+    cursor.mergeCharFormat(italic);
+    stage.item->setTextCursor(cursor);
+    stage.press(Qt::Key_Shift);
+    QVERIFY(stage.document.defaultFont().italic());
+    stage.type(QStringLiteral("x"));
+    QVERIFY(stage.formatAt(7).font().italic());
+    QVERIFY(stage.formatAt(7).font().bold());
+}
+
+/// Not in the font of the text before, which is the default font by now.
+void TitleItemUndoTest::formatToComeIsThatOfTheNextCharacter()
+{
+    TextStage stage;
+    QVERIFY(stage.show());
+    stage.item->setEditable(true);
+    typeLarge(stage);
+    stage.press(Qt::Key_End);
+    QCOMPARE(stage.document.defaultFont().pointSize(), 30);
+    QTextCursor cursor = stage.item->textCursor();
+    QTextCharFormat red;
+    red.setForeground(Qt::red);
+    cursor.setCharFormat(red);
+    stage.item->setTextCursor(cursor);
+    stage.press(Qt::Key_Shift);
+    QCOMPARE(stage.item->currentCharFormat().font().pointSize(), 12);
+    stage.type(QStringLiteral("x"));
+    QCOMPARE(stage.formatAt(4).font().pointSize(), 30);
+    QCOMPARE(stage.formatAt(5).font().pointSize(), 12);
 }
 
 void TitleItemUndoTest::undoneByCodeAfterTheTitle()
