@@ -20,36 +20,16 @@
 class ExpectedWarning
 {
 public:
-    explicit ExpectedWarning(const QString &text) : m_text(text) { pending().append(this); }
-
-    ~ExpectedWarning()
-    {
-        if (!pending().removeOne(this))
-            return;
-        const QString failure = QStringLiteral("The expected warning did not come: ") + m_text;
-        QTest::qFail(qPrintable(failure), __FILE__, __LINE__);
-    }
+    explicit ExpectedWarning(const QString &text);
+    ~ExpectedWarning();
 
     /// Whether the message was announced; every announcement is good for one message.
-    static bool take(const QString &message)
-    {
-        for (ExpectedWarning *expected : pending()) {
-            if (message.contains(expected->m_text)) {
-                pending().removeOne(expected);
-                return true;
-            }
-        }
-        return false;
-    }
+    static bool take(const QString &message);
 
 private:
     Q_DISABLE_COPY(ExpectedWarning)
 
-    static QVector<ExpectedWarning *> &pending()
-    {
-        static QVector<ExpectedWarning *> announcements;
-        return announcements;
-    }
+    static QVector<ExpectedWarning *> &pending();
 
     const QString m_text;
 };
@@ -63,23 +43,5 @@ class WarningFreeTest : public QObject
 private Q_SLOTS:
     // Runs before everything else in the test class, but after QtTest has installed its own message
     // handler, which must stay the one below.
-    void initTestCase_data() { previousHandler() = qInstallMessageHandler(handleMessage); }
-
-private:
-    static QtMessageHandler &previousHandler()
-    {
-        static QtMessageHandler handler = nullptr;
-        return handler;
-    }
-
-    static void handleMessage(QtMsgType type, const QMessageLogContext &context,
-                              const QString &message)
-    {
-        const bool isWarning = type == QtWarningMsg || type == QtCriticalMsg;
-        if (isWarning && ExpectedWarning::take(message))
-            return;
-        previousHandler()(type, context, message);
-        if (isWarning)
-            QTest::qFail("A warning that no ExpectedWarning announced", __FILE__, __LINE__);
-    }
+    void initTestCase_data();
 };
