@@ -24,6 +24,11 @@ Agreement::Agreement(QBuffer *device, QDomDocument *tree, std::function<Places()
 
 Agreement::~Agreement() = default;
 
+Agreement::Verdict Agreement::verdict() const
+{
+    return isUntouched() || m_seen == bytes() ? m_verdict : Verdict::Unjudged;
+}
+
 Agreement::Relation Agreement::relation() const
 {
     return isUntouched() ? m_relation : Relation::Apart;
@@ -33,7 +38,7 @@ QString Agreement::error() const
 {
     if (!m_error.isEmpty())
         return m_error;
-    switch (m_verdict) {
+    switch (verdict()) {
     case Verdict::Refused:
         return m_textRefusal;
     case Verdict::FrameRefused:
