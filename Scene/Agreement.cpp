@@ -257,14 +257,15 @@ void Agreement::edit(const SvgElement &place, const QDomNode &root, const QStrin
         return;
     const QDomElement element = isInTree ? m_elements->elements()[std::size_t(number)]
                                          : place.findNode(root).toElement();
-    const QDomAttr attribute = QDomElement(element).attributeNode(attributeName);
-    const auto former =
-            attribute.isNull() ? std::nullopt : std::optional<QString>(attribute.value());
+    const bool hadAttribute = element.hasAttribute(attributeName);
+    std::optional<QString> former;
+    if (m_isTrial && hadAttribute)
+        former = element.attribute(attributeName);
     if (!change(element))
         return;
     if (m_isTrial)
         m_formerValues.push_back({element, number, attributeName, former});
-    noteChange(number, attributeName, former && element.hasAttribute(attributeName));
+    noteChange(number, attributeName, hadAttribute && element.hasAttribute(attributeName));
 }
 
 void Agreement::noteChange(int number, const QString &name, bool isOfValueOnly)
