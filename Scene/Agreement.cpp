@@ -24,6 +24,11 @@ Agreement::Agreement(QBuffer *device, QDomDocument *tree, std::function<Places()
 
 Agreement::~Agreement() = default;
 
+Agreement::Verdict Agreement::verdict() const
+{
+    return isUntouched() || m_seen == bytes() ? m_verdict : Verdict::Unjudged;
+}
+
 Agreement::Relation Agreement::relation() const
 {
     return isUntouched() ? m_relation : Relation::Apart;
@@ -33,7 +38,7 @@ QString Agreement::error() const
 {
     if (!m_error.isEmpty())
         return m_error;
-    switch (m_verdict) {
+    switch (verdict()) {
     case Verdict::Refused:
         return m_textRefusal;
     case Verdict::FrameRefused:
@@ -253,14 +258,15 @@ void Agreement::edit(const SvgElement &place, const QDomNode &root, const QStrin
         return;
     const QDomElement element = isInTree ? m_elements->elements()[std::size_t(number)]
                                          : place.findNode(root).toElement();
-    const QDomAttr attribute = QDomElement(element).attributeNode(attributeName);
-    const auto former =
-            attribute.isNull() ? std::nullopt : std::optional<QString>(attribute.value());
+    const bool hadAttribute = element.hasAttribute(attributeName);
+    std::optional<QString> former;
+    if (m_isTrial && hadAttribute)
+        former = element.attribute(attributeName);
     if (!change(element))
         return;
     if (m_isTrial)
         m_formerValues.push_back({element, number, attributeName, former});
-    noteChange(number, attributeName, former && element.hasAttribute(attributeName));
+    noteChange(number, attributeName, hadAttribute && element.hasAttribute(attributeName));
 }
 
 void Agreement::noteChange(int number, const QString &name, bool isOfValueOnly)

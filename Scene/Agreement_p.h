@@ -68,7 +68,7 @@ public:
     Agreement(QBuffer *device, QDomDocument *tree, std::function<Places()> places);
     ~Agreement();
 
-    Verdict verdict() const { return m_verdict; }
+    Verdict verdict() const;
     Relation relation() const;
 
     /// What was wrong last, why the text is refused, or what it lost; one line, or empty.
