@@ -56,6 +56,8 @@ private Q_SLOTS:
     void movesAsOne();
     void passesOnWhatTheChildIsTold();
     void sizingFrameOutsideTakesTheHandleIn();
+    void takesTheChildOutOfItsGroup();
+    void staysInTheGroup();
 };
 
 void NestedFramesTest::handlesOfBothAreApart()
@@ -186,6 +188,41 @@ void NestedFramesTest::sizingFrameOutsideTakesTheHandleIn()
     mouse.moveBy(QPoint(0, -1));
     QCOMPARE(child->size.height(), 93.0);
     mouse.release();
+}
+
+void NestedFramesTest::takesTheChildOutOfItsGroup()
+{
+    QGraphicsScene scene;
+    auto *group = scene.addRect(QRectF());
+    group->setPos(100.0, 200.0);
+    group->setRotation(90.0);
+    auto *child = new RecordingChild;
+    child->setParentItem(group);
+    child->setPos(3.0, 4.0);
+    QCOMPARE(child->scene(), &scene);
+
+    auto *frame = new ResizeDecorator(child);
+    QCOMPARE(child->scene(), nullptr);
+    QVERIFY(group->childItems().isEmpty());
+    scene.addItem(frame);
+    QCOMPARE(child->scene(), &scene);
+    COMPARE_POINTS(child->mapToScene(QPointF(10.0, 0.0)), QPointF(13.0, 4.0));
+}
+
+void NestedFramesTest::staysInTheGroup()
+{
+    QGraphicsScene scene;
+    auto *group = scene.addRect(QRectF());
+    group->setPos(100.0, 200.0);
+    group->setRotation(90.0);
+    auto *child = new RecordingChild;
+    child->setParentItem(group);
+    child->setPos(3.0, 4.0);
+    const QPointF before = child->mapToScene(QPointF(10.0, 0.0));
+
+    const auto *frame = new ResizeDecorator(child, group);
+    QCOMPARE(frame->scene(), &scene);
+    COMPARE_POINTS(child->mapToScene(QPointF(10.0, 0.0)), before);
 }
 
 QTEST_MAIN(NestedFramesTest)

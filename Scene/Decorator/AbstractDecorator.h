@@ -15,6 +15,12 @@
 /// child's position, transform and rotation: moving the decorator moves the child. The child is
 /// deleted with the decorator. When the child is deleted first, an empty frame remains.
 ///
+/// The child leaves its scene for that of the decorator, which is none until the decorator is put
+/// on one. It leaves its parent item, too, and counts as placed in the decorator's: without one, a
+/// child that stood in a group that is moved or turned stands elsewhere afterwards, at the same
+/// position on the scene as it had in the group. To stay in a group, it gets a decorator in that
+/// group.
+///
 /// Any QGraphicsObject can be decorated. The decorator tells it what the user wants by calling
 /// these slots by name, as far as the child has them: setEditable(bool,QPointF), setSize(QSizeF),
 /// setViewScale(qreal), setHighlight(bool). It follows the child's standard change signals and,
@@ -23,6 +29,12 @@
 /// The child's scale is not taken over, and its rotation and scale are part of its transform as
 /// well: fold both into the transform of a rotated or scaled child before decorating it, or they
 /// count twice.
+///
+/// What the user does is reported when the mouse is released, by the frame that the user holds.
+/// Selected frames move together, and the others report nothing. When a frame loses the mouse amid
+/// a drag (it is hidden, disabled or taken off the scene), what was changed until then stays. A
+/// loss reports nothing; a move that was lost comes with the next release on the frame, a size or
+/// an angle never. A DragReporter tells of all of this, once for each drag.
 ///
 /// A slot connected to itemMoved(), or to what a subclass reports, may delete the decorator. Where
 /// Qt itself may be in the middle of changing the item, as during geometryChanged(),
@@ -38,8 +50,9 @@ class TITLESCENE_EXPORT AbstractDecorator : public QGraphicsObject
     Q_OBJECT
 
 public:
-    /// Becomes the parent item of \a child, which can be neither moved nor selected by itself from
-    /// now on. Null makes an empty frame. The placement is taken over by adjustToChild().
+    /// Becomes the parent item of \a child, which leaves its scene and can be neither moved nor
+    /// selected by itself from now on. Null makes an empty frame. The placement is taken over by
+    /// adjustToChild(): that in \a parent, or on the scene when it is null.
     explicit AbstractDecorator(QGraphicsObject *child, QGraphicsItem *parent = nullptr);
     ~AbstractDecorator() override;
 
@@ -67,7 +80,8 @@ public:
                QWidget *widget = nullptr) override;
 
 Q_SIGNALS:
-    /// The user has moved the frame, once for each drag.
+    /// The user has moved the frame and released the mouse, once for each drag. Also when a drag of
+    /// a handle has moved it: before what the subclass reports.
     void itemMoved();
 
     /// Position, rotation, scale or transform have changed, by whomever. Comes while Qt changes

@@ -16,8 +16,9 @@
 ///
 /// The edges that are not dragged stay where they are on the screen, as long as the decorator is
 /// neither rotated nor scaled. There is no smallest size: a handle dragged across the opposite edge
-/// gives the child a negative one. A drag that shifts the decorator is reported by itemMoved() as
-/// well, before itemResized().
+/// gives the child a negative one. A drag that shifts the decorator, as one of a left or upper
+/// handle does, is reported by itemMoved() as well, before itemResized(): an undo stack makes one
+/// step of the two, or listens to a DragReporter.
 ///
 /// An item that is to be sized and turned gets a ResizeDecorator, and that a RotateDecorator around
 /// it. Not the other way round: what is sized is the child's bounding rectangle, which for a frame
@@ -50,7 +51,9 @@ public:
     void updateDecoration() override;
 
 Q_SIGNALS:
-    /// The user has dragged a handle and the frame has changed, once for each drag.
+    /// The user has dragged a handle, the frame has changed, and the mouse was released, once for
+    /// each drag. Does not come for a drag that has lost the mouse, though the child keeps its new
+    /// size.
     void itemResized();
 
 public Q_SLOTS:

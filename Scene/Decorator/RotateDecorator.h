@@ -46,7 +46,8 @@ public:
     void updateDecoration() override;
 
 Q_SIGNALS:
-    /// The user has dragged the handle, once for each drag.
+    /// The user has dragged the handle and released the mouse, once for each drag. Does not come
+    /// for a drag that has lost the mouse, though the frame keeps its new angle.
     void itemRotated();
 
 protected:

@@ -68,17 +68,40 @@ bool hasSameShape(const Placement &a, Placement b)
     return a.isSameAs(b);
 }
 
+bool hasSameSize(const Placement &a, Placement b)
+{
+    b.rotation = a.rotation;
+    return hasSameShape(a, b);
+}
+
+/// Turning and sizing move a title as well.
+QString nameOfDrag(const QVector<TitleChange> &changes)
+{
+    const auto isAny = [&changes](const auto &differs) {
+        return std::any_of(changes.begin(), changes.end(), [&differs](const TitleChange &change) {
+            return differs(change.before.placement, change.after.placement);
+        });
+    };
+    if (isAny([](const Placement &a, const Placement &b) { return !hasSameSize(a, b); }))
+        return TitleCanvas::tr("Resize");
+    if (isAny([](const Placement &a, const Placement &b) { return !hasSameShape(a, b); }))
+        return TitleCanvas::tr("Rotate");
+    return TitleCanvas::tr("Move");
+}
+
 } // namespace
 
 TitleCanvas::TitleCanvas(QObject *parent)
-    : QObject(parent), m_scene(new CanvasScene), m_helper(m_scene), m_size(Project().canvas),
-      m_clipLength(Project().clipLength)
+    : QObject(parent), m_scene(new CanvasScene), m_helper(m_scene), m_dragReporter(m_scene),
+      m_size(Project().canvas), m_clipLength(Project().clipLength)
 {
     setFramePens(m_styling);
     m_helper.setStylingObject(&m_styling);
     connect(&m_helper, &SceneHelper::sceneTimeChanged, this, &TitleCanvas::setClipTime);
     connect(m_scene, &CanvasScene::dragged, this, &TitleCanvas::snap);
-    connect(m_scene, &CanvasScene::released, this, &TitleCanvas::endGesture);
+    connect(m_scene, &CanvasScene::released, this, &TitleCanvas::reportDrag);
+    // Also when a frame loses the mouse before the button is released.
+    connect(&m_dragReporter, &DragReporter::framesDragged, this, &TitleCanvas::reportDrag);
     connect(m_scene, &CanvasScene::clickedAgain, this, &TitleCanvas::switchFrame);
     connect(m_scene, &QGraphicsScene::selectionChanged, this, &TitleCanvas::dressAll);
     setProject(Project());
@@ -337,16 +360,10 @@ void TitleCanvas::decorate(Entry &entry, bool turning)
     }
     entry.item->setTransform(QTransform());
     entry.item->setPos(0.0, 0.0);
-    if (turning) {
-        auto *frame = new RotateDecorator(entry.item);
-        connect(frame, &RotateDecorator::itemRotated, this, [this] { follow(Turn); });
-        entry.frame = frame;
-    } else {
-        auto *frame = new ResizeFrame(entry.item);
-        connect(frame, &ResizeDecorator::itemResized, this, [this] { follow(Resize); });
-        entry.frame = frame;
-    }
-    connect(entry.frame, &AbstractDecorator::itemMoved, this, [this] { follow(Move); });
+    if (turning)
+        entry.frame = new RotateDecorator(entry.item);
+    else
+        entry.frame = new ResizeFrame(entry.item);
     m_helper.addItem(entry.frame); // the scene owns the frame, the frame the item
     if (oldFrame) {
         entry.frame->setZValue(oldFrame->zValue());
@@ -458,17 +475,9 @@ void TitleCanvas::snap(Qt::KeyboardModifiers modifiers)
     setGuides(guides);
 }
 
-void TitleCanvas::follow(Gesture gesture)
-{
-    m_gesture = std::max(m_gesture, gesture);
-}
-
-void TitleCanvas::endGesture()
+void TitleCanvas::reportDrag()
 {
     setGuides({});
-    const Gesture gesture = std::exchange(m_gesture, NoGesture);
-    if (gesture == NoGesture)
-        return;
     QVector<TitleChange> changes;
     for (const Entry &entry : qAsConst(m_entries)) {
         Title after = entry.title;
@@ -476,12 +485,8 @@ void TitleCanvas::endGesture()
         if (!after.placement.isSameAs(entry.title.placement))
             changes.append({entry.id, entry.title, after});
     }
-    if (changes.isEmpty())
-        return;
-    const QString what = gesture == Move ? tr("Move")
-            : gesture == Resize          ? tr("Resize")
-                                         : tr("Rotate");
-    Q_EMIT edited(what, changes);
+    if (!changes.isEmpty())
+        Q_EMIT edited(nameOfDrag(changes), changes);
 }
 
 void TitleCanvas::switchFrame(AbstractDecorator *frame)

@@ -5,6 +5,7 @@
 
 #include "Project.h"
 
+#include <Scene/Decorator/DragReporter.h>
 #include <Scene/SceneHelper.h>
 
 #include <QLineF>
@@ -94,7 +95,6 @@ private:
         QGraphicsObject *item;
         AbstractDecorator *frame;
     };
-    enum Gesture { NoGesture, Move, Resize, Turn }; // of several at once the last one counts
 
     Entry *find(TitleId id);
     const Entry *find(TitleId id) const;
@@ -112,20 +112,19 @@ private:
     void snap(Qt::KeyboardModifiers modifiers);
     bool isMoving(const Entry &entry) const;
     void setGuides(const QVector<QLineF> &guides);
-    void follow(Gesture gesture);
-    void endGesture();
+    void reportDrag();
     void switchFrame(AbstractDecorator *frame);
     void reportText(TitleId id);
 
     QObject m_styling;    // holds the frames' pens; lives longer than the scene
     CanvasScene *m_scene; // the helper's
     SceneHelper m_helper;
+    DragReporter m_dragReporter;
     QSize m_size;
     int m_clipLength;
     QVector<Entry> m_entries;
     TitleId m_lastId = 0;
     qreal m_viewScale = 1.0;
-    Gesture m_gesture = NoGesture;
     QVector<QLineF> m_guides;
     bool m_dressing = false;
 };
