@@ -437,7 +437,12 @@ void TestInspect::surviveHostileTexts_data()
     QTest::newRow("long text") << text(
             QStringLiteral("<text>%1</text>")
                     .arg(QStringLiteral("<tspan>a</tspan>").repeated(20000)))
-                               << 1;
+                               << 0;
+    QTest::newRow("long path") << text(
+            QStringLiteral("<path style='stroke:red;stroke-linecap:round'"
+                           " d='M0 0%1'/>")
+                    .arg(QStringLiteral("m1 1h1").repeated(60000)))
+                               << 0;
     QTest::newRow("nodes of every kind beside elements")
             << text(QStringLiteral("<defs><g id='d' visibility='hidden'/></defs><use"
                                    " xlink:href='#d'/><g>a<![CDATA[b]]>c<?p q?>&#10;<!-- d -->"

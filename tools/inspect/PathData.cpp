@@ -67,12 +67,14 @@ private:
         static const QRegularExpression number(
                 QStringLiteral("[-+]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][-+]?[0-9]+)?"));
         static const QRegularExpression flag(QStringLiteral("[01]"));
+        const QRegularExpression::MatchOptions anchored = QRegularExpression::AnchoredMatchOption
+                | QRegularExpression::DontCheckSubjectStringMatchOption;
         if (!skipSpaces())
             return false;
+        // Checking the whole text for each number would take its length squared.
         const QRegularExpressionMatch match =
                 (isFlag ? flag : number)
-                        .match(m_d, m_at, QRegularExpression::NormalMatch,
-                               QRegularExpression::AnchoredMatchOption);
+                        .match(m_d, m_at, QRegularExpression::NormalMatch, anchored);
         if (!match.hasMatch())
             return false;
         m_numbers.push_back(match.captured().toDouble());

@@ -104,7 +104,7 @@ void findDots(const Understood &title, ProblemList &problems)
     const Caps caps(title);
     for (int number = 0; number < int(title.source().elements().size()); ++number) {
         const SourceElement &element = title.element(number);
-        if (isDot(element) && caps.areSeen(number) && !isAlwaysAnimated(title, number, places))
+        if (caps.areSeen(number) && isDot(element) && !isAlwaysAnimated(title, number, places))
             problems.warn(
                     "not-drawn", element.place,
                     QStringLiteral("the caps of a line without a length are not drawn"),
