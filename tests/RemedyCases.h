@@ -19,7 +19,7 @@ struct StillTwin
 /// They stand one after the other in the text files in tests/data/remedies/:
 ///
 ///     === a name, unique in its file
-///     code the code of every problem that is found in the broken title
+///     code the code of every problem that is found in the broken title, or several codes
 ///     remedy a part of what is said against it
 ///     --- broken
 ///     what is wrong

@@ -8,6 +8,7 @@
 
 #include <QDomDocument>
 #include <QLoggingCategory>
+#include <QRegularExpression>
 #include <QThread>
 #include <QXmlStreamReader>
 
@@ -191,10 +192,15 @@ void callEverything(SvgDocument &document)
     }
 }
 
-/// Whether the text is XML up to the end of its root, and that is an svg element.
+/// Whether the text is XML up to the end of its root, and that is an svg element. It is UTF-8,
+/// whatever encoding it names.
 bool isWellFormedSvg(const QString &text)
 {
-    QXmlStreamReader reader(text.toUtf8());
+    static const QRegularExpression encoding(
+            QStringLiteral("^(<\\?xml version=\"1.0\" encoding=\")[^\"]*"));
+    const QByteArray bytes = text.toUtf8(); // without halves of characters
+    QString whole = QString::fromUtf8(bytes.constData(), bytes.size());
+    QXmlStreamReader reader(whole.replace(encoding, QStringLiteral("\\1UTF-8")).toUtf8());
     reader.setNamespaceProcessing(false);
     if (!reader.readNextStartElement() || reader.name() != QLatin1String("svg"))
         return false;

@@ -114,11 +114,12 @@ void TestInspectRemedies::problemIsTold()
     QCOMPARE(result.errors, QString());
     const QJsonArray problems = result.problems();
     QVERIFY(!problems.isEmpty());
+    const QStringList codes = remedy.code.split(QLatin1Char(' '));
     bool isSaid = false;
     bool isThere = remedy.line == 0;
     for (const QJsonValue &value : problems) {
         const QJsonObject problem = value.toObject();
-        QVERIFY2(problem.value(QLatin1String("code")).toString() == remedy.code,
+        QVERIFY2(codes.contains(problem.value(QLatin1String("code")).toString()),
                  qPrintable(toldOf(result)));
         isThere |= problem.value(QLatin1String("line")).toInt() == remedy.line
                 && problem.value(QLatin1String("column")).toInt() == remedy.column;

@@ -31,11 +31,18 @@ bool accumulates(const SourceElement &element)
     return element.value(QStringLiteral("accumulate")) == QLatin1String("sum");
 }
 
+bool hasSpace(const QString &count)
+{
+    return count.trimmed().size() < count.size();
+}
+
 // Whether a browser repeats as often as the player of the animation.
 bool isReadAlike(const Animation &animation, const QString &count)
 {
     if (count.isEmpty() || count == QLatin1String("indefinite"))
         return true;
+    if (hasSpace(count))
+        return false;
     bool isRead = false;
     if (animation.isPlayedByRenderer())
         return count.toDouble(&isRead) > 0.0 && isRead;
@@ -44,7 +51,7 @@ bool isReadAlike(const Animation &animation, const QString &count)
 
 QString remedyOfCount(const QString &count)
 {
-    if (count.trimmed().toInt() > 0)
+    if (hasSpace(count))
         return QStringLiteral("Write it without white space.");
     if (count.toDouble() > 0.0)
         return oneForEachCycle() + QLatin1Char('.');
@@ -60,7 +67,9 @@ void findRepeatCounts(const Understood &title, ProblemList &problems)
         const QString count = countOf(element);
         if (!animation.isPlayed() || isReadAlike(animation, count))
             continue;
-        const QString effect = animation.repeatCount < 0.0
+        const QString effect = hasSpace(count)
+                ? QStringLiteral("is no number to a browser, because of its white space")
+                : animation.repeatCount < 0.0
                 ? QStringLiteral("counts as indefinite")
                 : QStringLiteral("shows the first value at most, and in a browser one cycle");
         problems.warn("repeat-count", element.placeOf(QStringLiteral("repeatCount")),
