@@ -225,6 +225,7 @@ void TitleItem::beginEditing(QPointF pos)
 void TitleItem::endEditing()
 {
     m_popupContext.reset();
+    disableMenu();
     finishComposing();
     // Taken first, since losing the focus comes back here.
     const bool wasModified = std::exchange(m_modified, false);
@@ -363,12 +364,22 @@ void TitleItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
     auto *menu = isEditable() ? qobject_cast<QMenu *>(QApplication::activePopupWidget()) : nullptr;
     if (!menu)
         return;
+    m_menu = menu;
     if (auto *paste = menu->findChild<QAction *>(QStringLiteral("edit-paste"))) {
         for (QObject *child : children())
             disconnect(paste, nullptr, child, nullptr);
         connect(paste, &QAction::triggered, this, &TitleItem::pressPasteKey);
     }
     connect(menu, &QMenu::triggered, this, [this] { checkFormatChanges(QEvent::KeyPress); });
+}
+
+/// The base class would undo and cut in display mode, too.
+void TitleItem::disableMenu()
+{
+    if (!m_menu)
+        return;
+    for (QAction *action : m_menu->actions())
+        action->setEnabled(false);
 }
 
 void TitleItem::pressPasteKey()

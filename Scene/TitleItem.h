@@ -12,6 +12,7 @@
 
 #include <memory>
 
+class QMenu;
 class QTextDocument;
 
 /// A rich text title on a graphics scene, edited in place.
@@ -155,6 +156,7 @@ private:
     void pastePlainText(QKeyEvent *event);
     void pressPasteKey();
     void waitForPopup();
+    void disableMenu();
 
     bool m_modified = false;
     QTextCharFormat m_lastCharFormat;
@@ -166,4 +168,5 @@ private:
     std::unique_ptr<QObject> m_documentContext; // of the connections to the document
     QMetaObject::Connection m_sizeConnection;
     std::unique_ptr<QObject> m_popupContext; // while a popup has the focus
+    QPointer<QMenu> m_menu;
 };

@@ -74,6 +74,7 @@ private Q_SLOTS:
     void composedTextIsKept();
     void leadsElsewhere_data();
     void leadsElsewhere();
+    void menuDoesNothingAfterEditing();
     void somethingIsDeletedBelowTheMenu_data();
     void somethingIsDeletedBelowTheMenu();
     void listenerMayDeleteTheTitle();
@@ -340,6 +341,26 @@ void TitleItemContextMenuTest::leadsElsewhere()
     stage.view.setFocus();
     QVERIFY(!stage.item->isEditable());
     QCOMPARE(reports.count(), 1);
+}
+
+/// When code ends editing below the menu.
+void TitleItemContextMenuTest::menuDoesNothingAfterEditing()
+{
+    TextStage stage(QStringLiteral("one"));
+    QVERIFY(stage.show());
+    stage.doubleClick(stage.pointAt(1));
+    stage.type(QStringLiteral("x"));
+    QMenu *menu = openMenu(stage, stage.pointAt(1));
+    QVERIFY(menu);
+    QAction *undo = actionOf(*menu, "edit-undo");
+    QVERIFY(undo->isEnabled());
+    stage.item->setEditable(false);
+    QSignalSpy reports(stage.item, &TitleItem::contentEdited);
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(undo).center());
+    QCOMPARE(stage.text(), QStringLiteral("x"));
+    menu->close();
+    stage.item->setEditable(false);
+    QCOMPARE(reports.count(), 0);
 }
 
 void TitleItemContextMenuTest::somethingIsDeletedBelowTheMenu_data()
