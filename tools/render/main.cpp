@@ -49,6 +49,8 @@ std::optional<FrameSchedule> scheduleFor(const Options &options, const Title &ti
 
 void warnOfMissingFonts(const QString &titleText, Reporter &reporter)
 {
+    if (!titleText.contains(QLatin1String("font-family")))
+        return; // the elements of a large title take much memory
     for (const MissingFont &font : missingFonts(SourcePlaces(titleText)))
         reporter.warning(font.reason());
 }
