@@ -66,9 +66,6 @@ void TestInspectDrawings::findsProblems_data()
         "<g transform='scale(100) scale(100)'><rect width='1' height='1'><animate"
         " attributeName='x' from='0' ^to='0.0004' dur='1s'/></rect></g>",
         "decimals-lost", "4 pixels beside");
-    row("decimals of a transform",
-        "<g><animate attributeName='transform' ^values='scale(0.0133);scale(1)' dur='1s'/></g>",
-        "decimals-lost", "pixels beside");
     row("line without a length",
         "<g style='stroke:red;stroke-linecap:round'>^<path d='M1 1 2 2m3 3c0 0 0 0 0 0'/></g>",
         "not-drawn", "the caps of a line without a length");
