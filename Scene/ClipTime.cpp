@@ -17,7 +17,7 @@ int documentTime(const ClipTiming &timing, int clipTime)
 {
     const int conclusion = saturatedInt(timing.conclusionDuration / timing.speed);
     const int main =
-        saturatedDifference(saturatedInt(timing.documentDuration / timing.speed), conclusion);
+            saturatedDifference(saturatedInt(timing.documentDuration / timing.speed), conclusion);
     const int conclusionStart = std::max(saturatedDifference(timing.clipDuration, conclusion),
                                          saturatedSum(main, shortestHold));
     int itemTime = std::min(clipTime, main);

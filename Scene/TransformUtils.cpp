@@ -33,8 +33,8 @@ QTransform RescaleTransform(const QSizeF &from, const QSizeF &to)
     // An extent that both sizes lack gives NaN; the other one decides then.
     const double scale = std::fmin(to.height() / from.height(), to.width() / from.width());
     return QTransform().scale(scale, scale)
-        * QTransform::fromTranslate((to.width() - from.width() * scale) * 0.5,
-                                    (to.height() - from.height() * scale) * 0.5);
+            * QTransform::fromTranslate((to.width() - from.width() * scale) * 0.5,
+                                        (to.height() - from.height() * scale) * 0.5);
 }
 
 QSizeF ExtractScale(const QTransform &transform, const QPointF &origin)

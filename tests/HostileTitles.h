@@ -38,7 +38,8 @@ std::vector<HostileTitle> titlesNamingFile();
 std::vector<HostileTitle> oddTitles();
 
 /// The same, and refers to the folder of that name with %1, where there are a picture, a style
-/// sheet, a pipe, a text, a document type and a title: canary.png, #canary.png, canary.css, .pipe, .txt, .dtd, .svg.
+/// sheet, a pipe, a text, a document type and a title: canary.png, #canary.png, canary.css, .pipe,
+/// .txt, .dtd, .svg.
 std::vector<HostileTitle> titlesNamingFolder();
 
 QString redRect();

@@ -490,7 +490,7 @@ void AdmissionTest::takesOut_data()
           "data:image/png;base64,@@@@", "#other"})
         QTest::newRow(reference) << QByteArray(reference);
     QTest::newRow("after a byte order mark") << "\xEF\xBB\xBF"
-                                                 "data:image/png;base64,"
+                                                "data:image/png;base64,"
                     + fileOf(4, 4, "png").toBase64();
     const auto add = [](const char *name, const QByteArray &file, const QByteArray &type = "png") {
         QTest::newRow(name) << "data:image/" + type + ";base64," + file.toBase64();

@@ -128,7 +128,8 @@ void ClippingDocumentTest::isNullWithoutClipping()
 
 void ClippingDocumentTest::isACompleteDocument()
 {
-    SvgDocument document(svg(QStringLiteral("<clipPath><rect width=\"9\" height=\"9\"/></clipPath>")));
+    SvgDocument document(
+            svg(QStringLiteral("<clipPath><rect width=\"9\" height=\"9\"/></clipPath>")));
     const std::unique_ptr<SvgDocument> clipping = clippingOf(document);
     QVERIFY(clipping);
     QVERIFY(clipping->isLoaded());
@@ -168,9 +169,9 @@ void ClippingDocumentTest::keepsListedRootAttributes()
 void ClippingDocumentTest::removesAForeignRootAttribute_data()
 {
     QTest::addColumn<QString>("attribute");
-    for (const char *name : {"id", "class", "style", "fill", "visibility", "baseProfile",
-                             "preserveAspectRatio", "Version", "VERSION", "viewbox", "Width",
-                             "xml:space", "xmlns:other"})
+    for (const char *name :
+         {"id", "class", "style", "fill", "visibility", "baseProfile", "preserveAspectRatio",
+          "Version", "VERSION", "viewbox", "Width", "xml:space", "xmlns:other"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
@@ -179,8 +180,8 @@ void ClippingDocumentTest::removesAForeignRootAttribute()
 {
     QFETCH(QString, attribute);
     const QString kept = viewBox + QStringLiteral(" width=\"100\" height=\"50\" version=\"1.1\" ");
-    SvgDocument document(svg(QStringLiteral("<clipPath/>"), kept + attribute
-                                     + QStringLiteral("=\"default\"")));
+    SvgDocument document(
+            svg(QStringLiteral("<clipPath/>"), kept + attribute + QStringLiteral("=\"default\"")));
     QVERIFY(document.isLoaded());
     QStringList expected = attributeNames(document.documentRoot());
     QVERIFY(expected.removeOne(attribute));
@@ -217,8 +218,9 @@ void ClippingDocumentTest::copiesWhatClipPathsHold_data()
         "rect#a circle#b");
     row("several shapes", "<clipPath><rect id=\"a\"/><circle id=\"b\"/><path id=\"c\"/></clipPath>",
         "rect#a circle#b path#c");
-    row("with everything below", "<clipPath><g id=\"g\"><rect id=\"a\"/><g><text>words</text></g>"
-                                 "</g></clipPath>",
+    row("with everything below",
+        "<clipPath><g id=\"g\"><rect id=\"a\"/><g><text>words</text></g>"
+        "</g></clipPath>",
         "g#g[rect#a g[text[\"words\"]]]");
     row("text and comments", "<clipPath>words<!--note--><rect id=\"a\"/></clipPath>",
         "\"words\" note rect#a");
@@ -283,9 +285,9 @@ void ClippingDocumentTest::keepsTheDocumentType()
 
 void ClippingDocumentTest::drawsTheShapesOnly()
 {
-    const QString shapes = QStringLiteral(
-            "<rect x=\"10\" y=\"5\" width=\"30\" height=\"20\" fill=\"#ff0000\"/>"
-            "<circle cx=\"70\" cy=\"25\" r=\"15\" fill=\"#0000ff\"/>");
+    const QString shapes =
+            QStringLiteral("<rect x=\"10\" y=\"5\" width=\"30\" height=\"20\" fill=\"#ff0000\"/>"
+                           "<circle cx=\"70\" cy=\"25\" r=\"15\" fill=\"#0000ff\"/>");
     SvgDocument document(svg(QStringLiteral("<rect width=\"100\" height=\"50\"/><clipPath>%1"
                                             "</clipPath>")
                                      .arg(shapes)));

@@ -162,8 +162,8 @@ void ConclusionTimeTest::readsTheTextOfStillTitles()
 
 void ConclusionTimeTest::isReadInOtherRootsToo()
 {
-    const SvgDocument document(QStringLiteral(
-            "<title><animate id=\"CONCLUSION\" begin=\"0.5s\"/></title>"));
+    const SvgDocument document(
+            QStringLiteral("<title><animate id=\"CONCLUSION\" begin=\"0.5s\"/></title>"));
     QVERIFY(!document.isLoaded());
     QCOMPARE(document.animationDurationTotal(), 0);
     QCOMPARE(document.animationConclusionDuration(), -500);
@@ -175,8 +175,8 @@ void ConclusionTimeTest::isReadInOtherRootsToo()
 
 void ConclusionTimeTest::saturates()
 {
-    const SvgDocument late(stillSvg(
-            QStringLiteral("<animateMotion id=\"CONCLUSION\" begin=\"99999999s\"/>")));
+    const SvgDocument late(
+            stillSvg(QStringLiteral("<animateMotion id=\"CONCLUSION\" begin=\"99999999s\"/>")));
     QCOMPARE(late.animationConclusionDuration(), -std::numeric_limits<int>::max());
 
     const SvgDocument endless(svg(QStringLiteral(
@@ -187,8 +187,8 @@ void ConclusionTimeTest::saturates()
 
 void ConclusionTimeTest::changesNothing()
 {
-    const QString text = svg(
-            QStringLiteral("<animate id=\"CONCLUSION\" attributeName=\"y\" to=\"1\" begin=\"7s\"/>"));
+    const QString text = svg(QStringLiteral(
+            "<animate id=\"CONCLUSION\" attributeName=\"y\" to=\"1\" begin=\"7s\"/>"));
     SvgDocument document(text);
     QCOMPARE(document.data(), text.toUtf8());
     document.detectConclusionTime();
@@ -199,8 +199,8 @@ void ConclusionTimeTest::changesNothing()
 
 void ConclusionTimeTest::readsTheTextAgain()
 {
-    SvgDocument document(svg(
-            QStringLiteral("<animate id=\"CONCLUSION\" attributeName=\"y\" to=\"1\" begin=\"7s\"/>")));
+    SvgDocument document(svg(QStringLiteral(
+            "<animate id=\"CONCLUSION\" attributeName=\"y\" to=\"1\" begin=\"7s\"/>")));
     const auto setBegin = [&document](const char *begin) {
         document.documentRoot().firstChild().lastChildElement().setAttribute(
                 QStringLiteral("begin"), QString::fromLatin1(begin));

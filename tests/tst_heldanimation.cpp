@@ -199,8 +199,7 @@ void HeldAnimationTest::shows_data()
     QTest::newRow("second cycle") << twice << int(Transform) << 1250 << 0.25;
     QTest::newRow("end of the first cycle is 1") << twice << int(Transform) << 1000 << 1.0;
     QTest::newRow("end of the second cycle is 0") << twice << int(Transform) << 2000 << 0.0;
-    QTest::newRow("after the second cycle, frozen")
-            << twice << int(FrozenTransform) << 2001 << 0.0;
+    QTest::newRow("after the second cycle, frozen") << twice << int(FrozenTransform) << 2001 << 0.0;
 
     const RendererTiming oneAndAHalf{0, 1000, 1.5};
     QTest::newRow("end of half a cycle") << oneAndAHalf << int(Transform) << 1500 << 0.5;

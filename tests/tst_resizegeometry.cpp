@@ -106,8 +106,7 @@ void ResizeGeometryTest::aspectRatioFollows_data()
             << Qt::LeftSection << QSizeF(92.0, 46.0) << QPointF(8.0, 2.0);
     QTest::newRow("top left, bottom kept")
             << Qt::TopLeftSection << QSizeF(92.0, 46.0) << QPointF(8.0, 4.0);
-    QTest::newRow("top, centre kept")
-            << Qt::TopSection << QSizeF(88.0, 44.0) << QPointF(6.0, 6.0);
+    QTest::newRow("top, centre kept") << Qt::TopSection << QSizeF(88.0, 44.0) << QPointF(6.0, 6.0);
     QTest::newRow("top right, bottom kept")
             << Qt::TopRightSection << QSizeF(108.0, 54.0) << QPointF(0.0, -4.0);
     QTest::newRow("right, centre kept")
@@ -140,8 +139,8 @@ void ResizeGeometryTest::noSmallestSize_data()
     QTest::addColumn<QSizeF>("size");
     QTest::addColumn<QPointF>("move");
 
-    QTest::newRow("right onto left") << Qt::RightSection << QPointF(-100.0, 0.0) << false
-                                     << QSizeF(0.0, 50.0) << QPointF();
+    QTest::newRow("right onto left")
+            << Qt::RightSection << QPointF(-100.0, 0.0) << false << QSizeF(0.0, 50.0) << QPointF();
     QTest::newRow("right across left") << Qt::RightSection << QPointF(-130.0, 0.0) << false
                                        << QSizeF(-30.0, 50.0) << QPointF();
     QTest::newRow("left across right") << Qt::LeftSection << QPointF(130.0, 0.0) << false
@@ -174,18 +173,18 @@ void ResizeGeometryTest::flatFramesGiveNoRatio()
                                            QPointF(10.0, 5.0), true);
     QCOMPARE(flat.size, QSizeF(110.0, 0.0));
 
-    const ResizedFrame grown = resizedFrame(Qt::BottomSection, QRectF(0.0, 0.0, 100.0, 0.0),
-                                            QPointF(0.0, 5.0), true);
+    const ResizedFrame grown =
+            resizedFrame(Qt::BottomSection, QRectF(0.0, 0.0, 100.0, 0.0), QPointF(0.0, 5.0), true);
     QCOMPARE(grown.size.width(), infinite);
     QCOMPARE(grown.size.height(), 5.0);
 
-    const ResizedFrame empty = resizedFrame(Qt::BottomRightSection, QRectF(), QPointF(10.0, 5.0),
-                                            true);
+    const ResizedFrame empty =
+            resizedFrame(Qt::BottomRightSection, QRectF(), QPointF(10.0, 5.0), true);
     QCOMPARE(empty.size.width(), 10.0);
     QVERIFY(std::isnan(empty.size.height()));
 
-    const ResizedFrame unknown = resizedFrame(
-            Qt::RightSection, QRectF(0.0, 0.0, notANumber, 50.0), QPointF(10.0, 5.0), false);
+    const ResizedFrame unknown = resizedFrame(Qt::RightSection, QRectF(0.0, 0.0, notANumber, 50.0),
+                                              QPointF(10.0, 5.0), false);
     QVERIFY(std::isnan(unknown.size.width()));
     QCOMPARE(unknown.size.height(), 50.0);
 }

@@ -182,9 +182,9 @@ void SvgElementTest::idIsTheLocationWithoutSeparators_data()
             << QStringLiteral("<svg><g><a/><a/><a/><g>%1</g></g></svg>").arg(thirteen)
             << Location{0, 3, 12} << QStringLiteral("0312");
     QTest::newRow("after a comment") << QStringLiteral("<svg><!-- c --><a id='x'/></svg>")
-                                      << Location{1} << QStringLiteral("1");
+                                     << Location{1} << QStringLiteral("1");
     QTest::newRow("after text") << QStringLiteral("<svg>text<a id='x'/></svg>") << Location{1}
-                                 << QStringLiteral("1");
+                                << QStringLiteral("1");
     QTest::newRow("after a CDATA section")
             << QStringLiteral("<svg><![CDATA[text]]><a id='x'/></svg>") << Location{1}
             << QStringLiteral("1");

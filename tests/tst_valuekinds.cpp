@@ -368,8 +368,7 @@ void ValueKindsTest::numberLists_data()
             << QStringLiteral("M0 0L5 5") << 300 << QStringLiteral("M0.000 0.000L5.000 5.000");
     QTest::newRow("the first key value's separators are used")
             << QStringLiteral("a(1, 2)b|x[3;;4]y") << 1000 << QStringLiteral("a(3.000, 4.000)b");
-    QTest::newRow("unit after") << QStringLiteral("10px|20px") << 500
-                                 << QStringLiteral("15.000px");
+    QTest::newRow("unit after") << QStringLiteral("10px|20px") << 500 << QStringLiteral("15.000px");
     QTest::newRow("number after the separator")
             << QStringLiteral("x10|x20") << 500 << QStringLiteral("x15.000");
     QTest::newRow("separators on both sides")

@@ -212,8 +212,7 @@ void XmlTextTest::textWithoutForbiddenCharacters_data()
                                  << ab;
     QTest::newRow("high surrogate before a pair")
             << QString(QString(high) + emoji + ab) << QString(emoji + ab);
-    QTest::newRow("low surrogate after a pair")
-            << QString(emoji + low + ab) << QString(emoji + ab);
+    QTest::newRow("low surrogate after a pair") << QString(emoji + low + ab) << QString(emoji + ab);
 }
 
 void XmlTextTest::textWithoutForbiddenCharacters()
