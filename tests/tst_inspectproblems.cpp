@@ -163,7 +163,7 @@ void TestInspectProblems::findsProblems_data()
     animation("ignored: max",
               "attributeName='x' values='0;1;0' dur='1s' repeatCount='4' fill='freeze' ^max='3s'",
               "ignored-attribute", "max is ignored");
-    animation("ignored: additive", "attributeName='x' values='0;1' dur='1s' ^additive='sum'",
+    animation("ignored: additive", "attributeName='opacity' values='0;1' dur='1s' ^additive='sum'",
               "ignored-attribute", "additive is ignored");
     animation("ignored: accumulate",
               "attributeName='x' values='0;1;0' dur='1s' repeatCount='4' fill='freeze'"
@@ -587,7 +587,9 @@ void TestInspectProblems::findsNoProblem_data()
     content("run around an animation",
             "<text>one<tspan><animate attributeName='fill' values='red;blue' dur='1s'/>two</tspan>"
             "</text>");
-    content("shapes that erase", "<clipPath><rect fill='#000000'/></clipPath>");
+    content("shapes that erase and move away",
+            "<clipPath><rect fill='#000000' width='9' height='9'><animate attributeName='x'"
+            " values='0;9' dur='1s'/></rect></clipPath>");
     content("link", "<a xlink:href='http://example.org/'><rect/></a>");
     content("no clip path", "<rect clip-path='none' style='filter:none'/>");
     content("animated style colour",

@@ -50,6 +50,7 @@ public:
                 command = command.isUpper() ? QLatin1Char('L') : QLatin1Char('l');
             if (!readSegment(command))
                 break;
+            m_result.isWhole = !skipSpaces();
         }
         endPart();
     }
@@ -95,6 +96,9 @@ private:
         if (count < 0 || isRepeatedEnd)
             return false;
         m_result.hasArcs = m_result.hasArcs || isArc;
+        // The first place is never relative, and there is one way only to the start of a part.
+        m_result.commands +=
+                count == 0 || m_result.commands.isEmpty() ? command.toUpper() : command;
         draw(command);
         return true;
     }

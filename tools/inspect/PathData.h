@@ -12,4 +12,6 @@ struct PathData
 
     bool hasArcs = false;
     bool hasDots = false; // a part with segments, and all of them without a length
+    bool isWhole = false; // nothing in it is none of a path
+    QString commands;     // a letter for each segment, those that are not written included
 };

@@ -6,9 +6,11 @@
 #include "Understood.h"
 
 #include <QRegularExpression>
+#include <QSet>
 #include <QStringList>
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -27,7 +29,7 @@ const std::vector<Unsupported> &unsupportedElements()
 {
     static const std::vector<Unsupported> elements{
             {"mask", "masks do not mask; what stands in one outside of defs is drawn",
-             "Cover what should not be seen, or erase it by shapes in a clipPath."},
+             "Cover what should not be seen, or draw only the rest."},
             {"filter", "filters are not drawn", "Draw shadows and glows as shapes with gradients."},
             {"pattern", "patterns are not drawn; what stands in one outside of defs is drawn",
              "Repeat the shapes by use elements."},
@@ -52,9 +54,8 @@ const std::vector<Unsupported> &unsupportedProperties()
     static const std::vector<Unsupported> properties{
             {"clip-path",
              "nothing is clipped by clip-path: the shapes in clip paths erase the whole title",
-             "Put shapes into a clipPath that cover what should be erased."},
-            {"mask", "masks do not mask",
-             "Cover what should not be seen, or erase it by shapes in a clipPath."},
+             "Remove it and the clipPath, and draw only what should be seen, or cover the rest."},
+            {"mask", "masks do not mask", "Cover what should not be seen, or draw only the rest."},
             {"filter", "filters are not drawn", "Draw shadows and glows as shapes with gradients."},
             {"marker", "markers are not drawn", "Draw the shapes where the markers would be."},
             {"marker-start", "markers are not drawn",
@@ -143,6 +144,62 @@ void findUnsupportedProperties(const Understood &title, ProblemList &problems)
     }
 }
 
+// The clip path around each element; none is there for most.
+std::vector<int> clipPathsAround(const Understood &title)
+{
+    std::vector<int> result;
+    for (const SourceElement &element : title.source().elements()) {
+        const int parent = element.parent;
+        const bool isInside = parent != SourceElement::none
+                && title.element(parent).name != QLatin1String("clipPath");
+        result.push_back(isInside ? result[std::size_t(parent)] : parent);
+    }
+    return result;
+}
+
+// The clip paths with shapes, and whether some of them move.
+std::map<int, bool> clipPathsThatErase(const Understood &title)
+{
+    static const QStringList shapes{QStringLiteral("rect"),     QStringLiteral("circle"),
+                                    QStringLiteral("ellipse"),  QStringLiteral("line"),
+                                    QStringLiteral("polygon"),  QStringLiteral("path"),
+                                    QStringLiteral("polyline"), QStringLiteral("text"),
+                                    QStringLiteral("image"),    QStringLiteral("use")};
+    const std::vector<int> around = clipPathsAround(title);
+    std::map<int, bool> result;
+    for (std::size_t number = 0; number < around.size(); ++number) {
+        if (around[number] != SourceElement::none
+            && shapes.contains(title.element(int(number)).name))
+            result.emplace(around[number], false);
+    }
+    for (const Animation &animation : title.animations()) {
+        const auto found = result.find(around[std::size_t(animation.element)]);
+        if (found != result.end() && animation.isPlayed())
+            found->second = true;
+    }
+    return result;
+}
+
+// Those that are referred to are told of where that is. One with animations can't be meant for
+// browsers, and nothing else uncovers a title bit by bit.
+void findHoles(const Understood &title, ProblemList &problems)
+{
+    QSet<QString> used;
+    lookAtProperties(title, [&used](const SourceElement &, const Property &property) {
+        for (const QString &id : idsOfUrls(property.value))
+            used.insert(id);
+    });
+    for (const auto &[number, moves] : clipPathsThatErase(title)) {
+        const SourceElement &element = title.element(number);
+        if (!moves && !used.contains(element.value(QStringLiteral("id"))))
+            problems.warn("hole", element.place,
+                          QStringLiteral("the shapes in a clipPath erase the title, and a browser "
+                                         "ignores one that nothing refers to"),
+                          QStringLiteral("Delete it; draw what should have a hole as one path with "
+                                         "fill-rule=\"evenodd\"."));
+    }
+}
+
 // It is drawn on whatever is below the title.
 void findCompositions(const Understood &title, ProblemList &problems)
 {
@@ -152,8 +209,7 @@ void findCompositions(const Understood &title, ProblemList &problems)
             problems.warn("comp-op", property.place,
                           QStringLiteral("comp-op also changes what lies below the title, and a "
                                          "browser ignores it"),
-                          QStringLiteral("Choose colours and opacities that need none, or erase by "
-                                         "shapes in a clipPath."));
+                          QStringLiteral("Choose colours and opacities that need none."));
     });
 }
 
@@ -324,6 +380,7 @@ const std::vector<Check> &drawingChecks()
 {
     static const std::vector<Check> checks{findUnsupportedElements,
                                            findUnsupportedProperties,
+                                           findHoles,
                                            findCompositions,
                                            findFontLists,
                                            findExternalReferences,

@@ -10,9 +10,11 @@
 #include <QBuffer>
 #include <QColor>
 #include <QImageReader>
+#include <QRectF>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <set>
 
 // Colours, lengths, gradients, pictures and opacities that the renderer reads in another way.
 
@@ -446,10 +448,113 @@ bool isPainted(const QString &paint)
     return !paint.isEmpty() && paint != QLatin1String("none");
 }
 
+// Where things are that nothing moves or outlines, in so far as plain numbers tell.
+class Extents
+{
+public:
+    Extents(const Understood &title, const StyledValues &values) : m_title(title), m_values(values)
+    {
+        static const QStringList still{QStringLiteral("opacity"), QStringLiteral("fill-opacity"),
+                                       QStringLiteral("fill"), QStringLiteral("display"),
+                                       QStringLiteral("visibility")};
+        for (const Animation &animation : title.animations()) {
+            if (!still.contains(animation.attribute))
+                m_moving.insert(animation.target);
+            m_isCertain = m_isCertain && animation.attribute != QLatin1String("font-size")
+                    && animation.attribute != QLatin1String("stroke");
+        }
+    }
+
+    // Whether nothing that a group draws overlaps; false where that is not certain.
+    bool areApart(int group) const
+    {
+        constexpr int most = 64; // elements that are compared with each other
+        if (!m_isCertain || m_title.element(group).name == QLatin1String("use"))
+            return false;
+        const int end = std::min(int(m_title.source().elements().size()), group + most);
+        std::vector<QRectF> extents;
+        int number = group + 1;
+        for (; number < end && m_title.element(number).parent >= group; ++number) {
+            const SourceElement &element = m_title.element(number);
+            const bool isDrawn = isDrawnByItself(element);
+            if (m_moving.count(number) > 0 || (!isDrawn && !drawsNothing(element))
+                || !m_values.own(number, QStringLiteral("transform")).isEmpty())
+                return false;
+            if (!isDrawn)
+                continue;
+            const QRectF extent = extentOf(number);
+            if (extent.isNull()
+                || std::any_of(extents.begin(), extents.end(),
+                               [&extent](const QRectF &other) { return extent.intersects(other); }))
+                return false;
+            extents.push_back(extent);
+        }
+        return number < end || end < group + most;
+    }
+
+private:
+    static bool drawsNothing(const SourceElement &element)
+    {
+        static const QStringList names{QStringLiteral("g"), QStringLiteral("a"),
+                                       QStringLiteral("title"), QStringLiteral("desc")};
+        return names.contains(element.name) || isAnimationElement(element);
+    }
+
+    // A null one where it is not known.
+    QRectF extentOf(int number) const
+    {
+        const SourceElement &element = m_title.element(number);
+        if (isPainted(m_values.inherited(number, QStringLiteral("stroke"))))
+            return {};
+        bool areNumbers = true;
+        const auto value = [&](const char *name) {
+            const QString text = element.value(QLatin1String(name));
+            bool isNumber = true;
+            const double result = text.isEmpty() ? 0.0 : text.toDouble(&isNumber);
+            areNumbers = areNumbers && isNumber;
+            return result;
+        };
+        QRectF result;
+        if (element.name == QLatin1String("rect") || element.name == QLatin1String("image")) {
+            result = QRectF(value("x"), value("y"), value("width"), value("height"));
+        } else if (element.name == QLatin1String("circle")) {
+            const double r = value("r");
+            result = QRectF(value("cx") - r, value("cy") - r, 2.0 * r, 2.0 * r);
+        } else if (element.name == QLatin1String("ellipse")) {
+            const double rx = value("rx");
+            const double ry = value("ry");
+            result = QRectF(value("cx") - rx, value("cy") - ry, 2.0 * rx, 2.0 * ry);
+        } else if (element.name == QLatin1String("text")) {
+            result = lineOf(number, value("y"));
+        }
+        return areNumbers ? result : QRectF();
+    }
+
+    // How wide a text is, its font tells.
+    QRectF lineOf(int number, double y) const
+    {
+        constexpr double above = 1.2; // of the font's size, with room for accents
+        constexpr double below = 0.5;
+        constexpr double anywhere = 1e6;
+        bool isNumber = false;
+        const QString text = m_values.inherited(number, QStringLiteral("font-size"));
+        const double size = QString(text).remove(QLatin1String("px")).toDouble(&isNumber);
+        return isNumber && size > 0.0
+                ? QRectF(-anywhere, y - above * size, 2.0 * anywhere, (above + below) * size)
+                : QRectF();
+    }
+
+    const Understood &m_title;
+    const StyledValues &m_values;
+    std::set<int> m_moving;
+    bool m_isCertain = true; // nothing that is inherited changes extents
+};
+
 // Opacity goes to each shape, and to fill and stroke, by itself.
 void findOpacitiesOfSeveral(const Understood &title, ProblemList &problems)
 {
     const StyledValues values(title);
+    const Extents extents(title, values);
     const std::vector<int> counts = drawnThings(title);
     const auto drawnBy = [&](int number) {
         const QString href = title.element(number).value(QStringLiteral("xlink:href"));
@@ -462,7 +567,7 @@ void findOpacitiesOfSeveral(const Understood &title, ProblemList &problems)
                                           "the colour of the background.");
     for (const auto &[number, place] : translucentElements(title, values)) {
         const SourceElement &element = title.element(number);
-        if (isGroup(element) && drawnBy(number) > 1)
+        if (isGroup(element) && drawnBy(number) > 1 && !extents.areApart(number))
             problems.note("opacity", place,
                           QStringLiteral("where two shapes of %1 overlap, both are seen: opacity "
                                          "goes to each of them by itself")

@@ -39,7 +39,8 @@ bool isDot(const SourceElement &element)
         if (points.at(i) != points.at(0) || points.at(i + 1) != points.at(1))
             return false;
     }
-    return points.size() >= 4;
+    // A single point is a line, back to itself, of a polygon only.
+    return points.size() >= (element.name == QLatin1String("polygon") ? 2 : 4);
 }
 
 // Which dashes have no length, as 0 or 1; an odd count of numbers counts twice.

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
 #include "ProblemList.h"
+#include "Properties.h"
 #include "Understood.h"
 
 #include <Scene/TimeValue_p.h>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <vector>
 
 // How animations go from value to value: their pace, and attributes that would change it.
@@ -74,7 +76,8 @@ bool isHarmless(const Animation &animation, const SourceElement &element,
     if (attribute.name == QLatin1String("accumulate"))
         return value == QLatin1String("none") || !animation.isRepeated();
     if (attribute.name == QLatin1String("additive"))
-        return value == QLatin1String("replace") || animation.isPlayedByRenderer();
+        return value == QLatin1String("replace") || animation.isPlayedByRenderer()
+                || animation.kind == Animation::Kind::Text;
     if (attribute.name == QLatin1String("repeatDur"))
         return false;
     return changesNoLength(animation, attribute.name, value);
@@ -102,6 +105,7 @@ QString remedyOfIgnored(const Animation &animation, const QString &name)
 // because a frozen animation shows nothing else for longer, and another one nothing.
 void findIgnoredAttributes(const Understood &title, ProblemList &problems)
 {
+    const std::set<const Animation *> fromZero = animationsFromZero(title);
     for (const Animation &animation : title.animations()) {
         if (!animation.isPlayed())
             continue;
@@ -109,7 +113,9 @@ void findIgnoredAttributes(const Understood &title, ProblemList &problems)
         for (const char *name :
              {"keySplines", "end", "max", "repeatDur", "additive", "accumulate"}) {
             const SourceAttribute *const given = element.attribute(QLatin1String(name));
-            if (given && !isHarmless(animation, element, *given))
+            const bool addsNothing =
+                    qstrcmp(name, "additive") == 0 && fromZero.count(&animation) > 0;
+            if (given && !addsNothing && !isHarmless(animation, element, *given))
                 problems.warn("ignored-attribute", given->place,
                               QStringLiteral("%1 is ignored").arg(given->name),
                               remedyOfIgnored(animation, given->name));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The TitleScene authors
 
+#include "PathData.h"
 #include "ProblemList.h"
 #include "Properties.h"
 #include "Understood.h"
@@ -13,9 +14,7 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <map>
 #include <set>
-#include <utility>
 
 // What animations write: their key values.
 
@@ -60,6 +59,12 @@ bool isDocuments(const KeyValues &values)
     return values.animation.player == Animation::Player::Document;
 }
 
+// Another check tells of names.
+bool isOf(const Understood &title, const KeyValues &values, Animation::Kind kind)
+{
+    return values.animation.kind == kind && !nameTakenForNumbers(title, values.animation);
+}
+
 bool isUnreadable(Animation::Kind kind, const QString &text)
 {
     if (kind == Animation::Kind::Color)
@@ -68,39 +73,6 @@ bool isUnreadable(Animation::Kind kind, const QString &text)
     if (kind == Animation::Kind::Number)
         text.toDouble(&isNumber);
     return !isNumber;
-}
-
-// Whether an element's attribute is 0 when nothing animates it.
-bool isZero(const Understood &title, const StyledValues &styles, int element, const QString &name)
-{
-    static const QRegularExpression zero(QStringLiteral("^[-+]?(0+\\.?0*|\\.0+)(px)?$"));
-    static const QStringList zeroByDefault{
-            QStringLiteral("x"),  QStringLiteral("y"),  QStringLiteral("width"),
-            QStringLiteral("cx"), QStringLiteral("cy"), QStringLiteral("height"),
-            QStringLiteral("x1"), QStringLiteral("y1"), QStringLiteral("r"),
-            QStringLiteral("dx"), QStringLiteral("dy"), QStringLiteral("stroke-dashoffset")};
-    const QString value = name == QLatin1String("stroke-dashoffset")
-            ? styles.inherited(element, name)
-            : styles.own(element, name);
-    const bool isRadial = title.element(element).name == QLatin1String("radialGradient");
-    return value.isEmpty() ? zeroByDefault.contains(name) && !isRadial : value.contains(zero);
-}
-
-// Without a value to begin at, the document begins at 0: of these animations it is the right one.
-std::set<const Animation *> animationsFromZero(const Understood &title)
-{
-    const StyledValues styles(title);
-    std::map<std::pair<int, QString>, int> counts; // by element and attribute
-    for (const Animation &animation : title.animations())
-        ++counts[{animation.target, animation.attribute}];
-    std::set<const Animation *> result;
-    for (const Animation &animation : title.animations()) {
-        if (animation.kind == Animation::Kind::Number
-            && counts[{animation.target, animation.attribute}] == 1
-            && isZero(title, styles, animation.target, animation.attribute))
-            result.insert(&animation);
-    }
-    return result;
 }
 
 // Missing values; what they do depends on the player.
@@ -152,7 +124,7 @@ bool hasExponent(const QString &text)
 void findNumbersThatDiffer(const Understood &title, ProblemList &problems)
 {
     for (const KeyValues &values : keyValues(title)) {
-        if (values.animation.kind != Animation::Kind::NumberList || values.endsEmpty())
+        if (!isOf(title, values, Animation::Kind::NumberList) || values.endsEmpty())
             continue;
         if (values.animation.played->valueCount() == 0)
             problems.warn("numbers-differ", values.place,
@@ -168,26 +140,42 @@ void findNumbersThatDiffer(const Understood &title, ProblemList &problems)
     }
 }
 
+// What a text has beside its numbers.
+QString wordsIn(const QString &text)
+{
+    QString result;
+    for (const QChar c : text) {
+        if (c.isLetter() || c == QLatin1Char('#') || c == QLatin1Char('%'))
+            result += c;
+    }
+    return result;
+}
+
+// Whether the numbers of a value mean the same between what stands between those of another one.
+bool haveSameWords(const QString &attribute, const QString &a, const QString &b)
+{
+    if (wordsIn(a) == wordsIn(b))
+        return attribute != QLatin1String("d") || PathData(a).commands == PathData(b).commands;
+    if (attribute != QLatin1String("d"))
+        return false;
+    const PathData first(a);
+    const PathData second(b);
+    return first.isWhole && second.isWhole && first.commands == second.commands;
+}
+
 // Only the numbers change; what stands between them is that of the first value.
 void findSeparatorsThatDiffer(const Understood &title, ProblemList &problems)
 {
-    const auto words = [](const QString &text) {
-        QString result;
-        for (const QChar c : text) {
-            if (c.isLetter() || c == QLatin1Char('#') || c == QLatin1Char('%'))
-                result += c;
-        }
-        return result;
-    };
     for (const KeyValues &values : keyValues(title)) {
-        if (values.animation.kind != Animation::Kind::NumberList
+        if (!isOf(title, values, Animation::Kind::NumberList)
             || values.animation.played->valueCount() == 0)
             continue;
-        const QString first = words(values.texts.constFirst());
+        const QString first = values.texts.constFirst();
         const bool differs = values.hasFrom || values.isList;
         if (differs
-            && std::any_of(values.texts.begin(), values.texts.end(),
-                           [&](const QString &text) { return words(text) != first; }))
+            && std::any_of(values.texts.begin(), values.texts.end(), [&](const QString &text) {
+                   return !haveSameWords(values.animation.attribute, first, text);
+               }))
             problems.warn("numbers-differ", values.place,
                           QStringLiteral("the values differ in more than their numbers; what "
                                          "stands between the numbers stays that of the first one"),
@@ -198,7 +186,8 @@ void findSeparatorsThatDiffer(const Understood &title, ProblemList &problems)
 void findUnreadableValues(const Understood &title, ProblemList &problems)
 {
     for (const KeyValues &values : keyValues(title)) {
-        if (!isDocuments(values) || values.endsEmpty())
+        if (!isDocuments(values) || values.endsEmpty()
+            || nameTakenForNumbers(title, values.animation))
             continue;
         for (int i = values.isList || values.hasFrom ? 0 : 1; i < values.texts.size(); ++i) {
             const QString text = values.texts.at(i);
@@ -221,7 +210,7 @@ void findUnreadableValues(const Understood &title, ProblemList &problems)
 void findLostAlpha(const Understood &title, ProblemList &problems)
 {
     for (const KeyValues &values : keyValues(title)) {
-        if (!isDocuments(values) || values.animation.kind != Animation::Kind::Color)
+        if (!isDocuments(values) || !isOf(title, values, Animation::Kind::Color))
             continue;
         const bool hasAlpha =
                 std::any_of(values.texts.begin(), values.texts.end(), [](const QString &text) {

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 // What an animation writes into an attribute: numbers with three decimals, also where a text has
 // digits that mean something else.
@@ -44,37 +45,17 @@ void findAnimatedArcs(const Understood &title, ProblemList &problems)
     }
 }
 
-bool isReference(const QString &attribute)
-{
-    return withoutPrefix(attribute) == QLatin1String("href");
-}
-
-// Whether a text names something, so that digits in it are no numbers.
-bool isName(const Animation &animation, const QString &text)
-{
-    static const QStringList names{QStringLiteral("class"), QStringLiteral("id"),
-                                   QStringLiteral("font-family")};
-    return isReference(animation.attribute) || names.contains(animation.attribute)
-            || text.startsWith(QLatin1String("url("));
-}
-
 void findAnimatedNames(const Understood &title, ProblemList &problems)
 {
     for (const Animation &animation : title.animations()) {
-        if (!isPlayedHere(animation) || animation.kind == Animation::Kind::Text)
-            continue;
-        for (const KeyText &value : keyTextsOf(title.element(animation.element))) {
-            if (!isName(animation, value.text))
-                continue;
+        if (const std::optional<KeyText> name = nameTakenForNumbers(title, animation))
             problems.warn(
-                    "animated-name", value.place,
+                    "animated-name", name->place,
                     QStringLiteral("the name \"%1\" is taken for numbers or a colour, so that "
                                    "the %2 never is one of the values")
-                            .arg(value.text.left(40), animation.attribute),
+                            .arg(name->text.left(40), animation.attribute),
                     QStringLiteral("Draw an element for each value, and animate their "
                                    "display with values such as inline;none."));
-            break;
-        }
     }
 }
 

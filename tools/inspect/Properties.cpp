@@ -5,7 +5,14 @@
 
 #include "Understood.h"
 
+#include <QColor>
+#include <QRegularExpression>
+
 #include <algorithm>
+#include <limits>
+#include <map>
+#include <utility>
+#include <vector>
 
 std::vector<Property> propertiesOf(const SourceElement &element)
 {
@@ -77,6 +84,20 @@ QString keyOf(const SimpleSelector &selector)
 }
 
 } // namespace
+
+std::optional<KeyText> nameTakenForNumbers(const Understood &title, const Animation &animation)
+{
+    static const QStringList attributes{QStringLiteral("href"), QStringLiteral("class"),
+                                        QStringLiteral("id"), QStringLiteral("font-family")};
+    if (animation.player != Animation::Player::Document || animation.kind == Animation::Kind::Text)
+        return std::nullopt;
+    for (const KeyText &value : keyTextsOf(title.element(animation.element))) {
+        if (attributes.contains(withoutPrefix(animation.attribute))
+            || value.text.startsWith(QLatin1String("url(")))
+            return value;
+    }
+    return std::nullopt;
+}
 
 StyledValues::StyledValues(const Understood &title) : m_title(title)
 {
@@ -166,4 +187,94 @@ bool isAnimationElement(const SourceElement &element)
 {
     const QString name = withoutPrefix(element.name);
     return name.startsWith(QLatin1String("animate")) || name == QLatin1String("set");
+}
+
+namespace {
+
+bool isBlack(const StyledValues &styles, int element, const QString &name)
+{
+    static const QStringList blackByDefault{QStringLiteral("fill"), QStringLiteral("stop-color")};
+    const QString value = name == QLatin1String("stop-color") ? styles.own(element, name)
+                                                              : styles.inherited(element, name);
+    return value.isEmpty() ? blackByDefault.contains(name) : QColor(value) == QColor(Qt::black);
+}
+
+bool isZero(const Understood &title, const StyledValues &styles, int element, const QString &name)
+{
+    static const QRegularExpression zero(QStringLiteral("^[-+]?(0+\\.?0*|\\.0+)(px)?$"));
+    static const QStringList zeroByDefault{
+            QStringLiteral("x"),  QStringLiteral("y"),  QStringLiteral("width"),
+            QStringLiteral("cx"), QStringLiteral("cy"), QStringLiteral("height"),
+            QStringLiteral("x1"), QStringLiteral("y1"), QStringLiteral("r"),
+            QStringLiteral("dx"), QStringLiteral("dy"), QStringLiteral("stroke-dashoffset"),
+            QStringLiteral("x2"), QStringLiteral("y2"), QStringLiteral("offset")};
+    static const QStringList otherGradients{QStringLiteral("x2"), QStringLiteral("y2")};
+    const QString value = name == QLatin1String("stroke-dashoffset")
+            ? styles.inherited(element, name)
+            : styles.own(element, name);
+    const QString &type = title.element(element).name;
+    const bool isOther = type == QLatin1String("radialGradient")
+            || (type == QLatin1String("linearGradient") && otherGradients.contains(name));
+    return value.isEmpty() ? zeroByDefault.contains(name) && !isOther : value.contains(zero);
+}
+
+bool isInherited(const Animation &animation)
+{
+    return animation.kind == Animation::Kind::Color
+            || animation.attribute == QLatin1String("stroke-dashoffset");
+}
+
+// Those of one attribute that show nothing of another one's values while they play.
+std::vector<const Animation *> undisturbed(std::vector<const Animation *> animations)
+{
+    const double never = std::numeric_limits<double>::infinity();
+    const auto end = [never](const Animation *animation) {
+        return animation->isPlayed() ? animation->activeEnd().value_or(never) : never;
+    };
+    std::sort(animations.begin(), animations.end(),
+              [](const Animation *a, const Animation *b) { return a->begin < b->begin; });
+    std::vector<const Animation *> result;
+    double busyUntil = -never;
+    for (std::size_t i = 0; i < animations.size(); ++i) {
+        const Animation *const animation = animations[i];
+        const double next = i + 1 < animations.size() ? animations[i + 1]->begin : never;
+        if (busyUntil <= animation->begin && end(animation) <= next)
+            result.push_back(animation);
+        busyUntil = std::max(busyUntil, animation->freezes ? never : end(animation));
+    }
+    return result;
+}
+
+} // namespace
+
+std::set<const Animation *> animationsFromZero(const Understood &title)
+{
+    using Target = std::pair<int, QString>; // an element and an attribute
+    const StyledValues styles(title);
+    std::map<Target, std::vector<const Animation *>> all;
+    for (const Animation &animation : title.animations())
+        all[{animation.target, animation.attribute}].push_back(&animation);
+
+    const auto isAnimatedAround = [&](const Animation &animation) {
+        int element = title.element(animation.target).parent;
+        while (element != SourceElement::none && all.count({element, animation.attribute}) == 0)
+            element = title.element(element).parent;
+        return element != SourceElement::none;
+    };
+    const auto isFromZero = [&](const Animation &animation) {
+        if (isInherited(animation) && isAnimatedAround(animation))
+            return false;
+        if (animation.kind == Animation::Kind::Number)
+            return isZero(title, styles, animation.target, animation.attribute);
+        return animation.kind == Animation::Kind::Color
+                && isBlack(styles, animation.target, animation.attribute);
+    };
+    std::set<const Animation *> result;
+    for (const auto &[target, animations] : all) {
+        for (const Animation *animation : undisturbed(animations)) {
+            if (isFromZero(*animation))
+                result.insert(animation);
+        }
+    }
+    return result;
 }

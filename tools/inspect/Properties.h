@@ -9,7 +9,10 @@
 #include <QHash>
 
 #include <functional>
+#include <optional>
+#include <set>
 
+struct Animation;
 class Understood;
 
 // A property with its value, and where it comes from.
@@ -46,6 +49,10 @@ struct KeyText
 // Those in "values", or else in "from" and "to", even when there are none.
 std::vector<KeyText> keyTextsOf(const SourceElement &animation);
 
+// The first name among the values of an animation, such as a class or a reference, of which the
+// document takes digits for numbers, or the whole for a colour.
+std::optional<KeyText> nameTakenForNumbers(const Understood &title, const Animation &animation);
+
 // What elements have for a property, as far as simple rules of style sheets tell.
 class StyledValues
 {
@@ -78,6 +85,10 @@ private:
     const Understood &m_title;
     QHash<QString, std::vector<Candidate>> m_candidates; // by a class, an id or a type
 };
+
+// The animations of numbers and colours that begin where there is nothing else but 0, or black: a
+// sum with that, or a way from there, is the same as one without it.
+std::set<const Animation *> animationsFromZero(const Understood &title);
 
 // The part of a name after its prefix.
 QString withoutPrefix(const QString &name);
