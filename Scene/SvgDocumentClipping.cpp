@@ -4,6 +4,7 @@
 #include "SvgDocument.h"
 
 #include "AdmissionLimits_p.h"
+#include "TreeText_p.h"
 #include "TreeWalk_p.h"
 
 #include <QDomNamedNodeMap>
@@ -82,5 +83,5 @@ SvgDocument *SvgDocument::makeClippingDocument()
                 appendCopiesOfChildren(node, root);
         }
     }
-    return new SvgDocument(clipping.toString(1));
+    return new SvgDocument(stringOfTree(clipping));
 }
