@@ -11,8 +11,6 @@
 #include "TreeEdit_p.h"
 #include "TreeText_p.h"
 
-#include <QTextStream>
-
 #include <algorithm>
 #include <utility>
 
@@ -228,17 +226,7 @@ QByteArray Agreement::textOfTree() const
 
 QByteArray Agreement::textOfTree(QDomNode::EncodingPolicy policy) const
 {
-    if (!m_isHandedOut && policy == QDomNode::EncodingFromTextStream) {
-        const QByteArray plain = ::textOfTree(*m_tree, int(m_textSize));
-        if (!plain.isNull())
-            return plain;
-    }
-    QByteArray text;
-    QTextStream stream(&text);
-    stream.setCodec("UTF-8");
-    m_tree->save(stream, 1, policy);
-    stream.flush();
-    return text;
+    return ::textOfTree(*m_tree, policy, int(m_textSize));
 }
 
 void Agreement::handOut()

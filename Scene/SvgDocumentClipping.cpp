@@ -4,6 +4,7 @@
 #include "SvgDocument.h"
 
 #include "AdmissionLimits_p.h"
+#include "TreeText_p.h"
 #include "TreeWalk_p.h"
 
 #include <QDomNamedNodeMap>
@@ -42,19 +43,35 @@ bool isClipPath(const QDomNode &node)
     return node.nodeName() == QLatin1String("clipPath");
 }
 
-/// How many nodes would have to be copied: each as often as there are clip paths around it.
-qint64 countCopies(const QDomNode &root)
+/// At least that many characters of a text are the node without its children.
+qint64 lengthOf(const QDomNode &node)
+{
+    qint64 length = node.nodeName().size() + node.nodeValue().size();
+    const QDomNamedNodeMap attributes = node.attributes();
+    const int count = attributes.length();
+    for (int i = 0; i < count; ++i)
+        length += attributes.item(i).nodeName().size() + attributes.item(i).nodeValue().size();
+    return length;
+}
+
+/// Whether all that would have to be copied could be admitted: each node as often as there are clip
+/// paths around it.
+bool mayBeCopied(const QDomNode &root)
 {
     qint64 copies = 0;
+    qint64 length = 0;
     std::vector<std::size_t> open; // the depths of the clip paths around the current node
     for (TreeWalk walk(root); !walk.atEnd(); walk.next()) {
         while (!open.empty() && open.back() >= walk.depth())
             open.pop_back();
         copies += qint64(open.size());
+        if (!open.empty())
+            length += qint64(open.size()) * lengthOf(walk.node());
         if (isClipPath(walk.node()))
             open.push_back(walk.depth());
     }
-    return copies;
+    return copies <= AdmissionLimits::drawnElements.most
+            && length <= AdmissionLimits::textSize.most;
 }
 
 void appendCopiesOfChildren(const QDomNode &source, QDomNode &target)
@@ -74,7 +91,7 @@ SvgDocument *SvgDocument::makeClippingDocument()
     removeForeignAttributes(root.toElement());
 
     // More than that would be refused, but only after it has filled the memory.
-    if (countCopies(m_dom.documentElement()) <= AdmissionLimits::drawnElements.most) {
+    if (mayBeCopied(m_dom.documentElement())) {
         std::vector<QDomNode> nodes;
         getAllNodes(m_dom.documentElement(), nodes);
         for (const QDomNode &node : nodes) {
@@ -82,5 +99,5 @@ SvgDocument *SvgDocument::makeClippingDocument()
                 appendCopiesOfChildren(node, root);
         }
     }
-    return new SvgDocument(clipping.toString(1));
+    return new SvgDocument(stringOfTree(clipping));
 }

@@ -6,11 +6,18 @@
 #include <QByteArray>
 #include <QDomDocument>
 
-/// The text that QDomDocument::save() writes to a stream in UTF-8, indented by 1, with the
-/// stream's encoding declared; null when the tree is null or has nodes other than elements,
-/// comments and texts. It takes a fraction of the time, since the encoding can hold every character
-/// and none needs to be tried, and no stack. Memory is taken for the expected size at once.
-QByteArray textOfTree(const QDomDocument &tree, int expectedSize = 0);
+/// The text that QDomDocument::save() writes to a stream in UTF-8, indented by 1. It takes time in
+/// proportion to the text, where Qt's is quadratic in the characters of an attribute or a text that
+/// have to be escaped, and no stack. Memory is taken for the expected size at once. Only where the
+/// tree is to be written in another encoding that it declares, which nothing parsed ever is, Qt
+/// saves it.
+QByteArray textOfTree(const QDomDocument &tree,
+                      QDomNode::EncodingPolicy policy = QDomNode::EncodingFromTextStream,
+                      int expectedSize = 0);
+
+/// The same as QDomDocument::toString(), indented by 1, for a tree that declares no other encoding
+/// than UTF-8.
+QString stringOfTree(const QDomDocument &tree);
 
 /// An attribute as it stands in that text.
 void appendAttribute(const QDomNode &attribute, QString *text);

@@ -174,6 +174,16 @@ void addSizes(Titles &titles)
     titles.addContent("long name of an attribute",
                       text("<g %1=\"\"/>").arg(repeated("x", 1'000'000)));
     titles.addContent("long instruction", text("<?a %1?>").arg(repeated("x", 1'000'000)));
+    const QString escaped = text("<g a='%1'/>").arg(repeated("\t", 1'000'000));
+    titles.addContent("characters to be escaped", escaped + redRect());
+    titles.addContent("characters to be escaped beside a section",
+                      escaped + text("<![CDATA[a]]>") + redRect());
+    titles.addContent("characters to be escaped in a clip path",
+                      text("<clipPath>%1</clipPath>").arg(escaped));
+    titles.addContent("long value in nested clip paths",
+                      repeated("<clipPath>", 200)
+                              + text("<g a='%1'/>").arg(repeated("x", 1'000'000)).repeated(5)
+                              + repeated("</clipPath>", 200));
     titles.addContent("many comments", repeated("<!---->", 500'000));
     titles.addContent("many spaces", repeated(" ", 10'000'000));
     titles.addContent("many character references",
