@@ -253,6 +253,8 @@ void Inspection::inspectStyle(std::string_view text)
 {
     if (contains(text, "dash") || contains(text, "\\"))
         m_hasDashes = true;
+    m_escapes += countOf(text, '\\') * qint64(text.size());
+    hold(m_escapes, AdmissionLimits::escapes);
     const StyleScan scan = scanStyle(text);
     hold(scan.dashes, AdmissionLimits::dashes);
     if (scan.isTooLarge)

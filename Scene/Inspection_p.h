@@ -107,6 +107,7 @@ private:
     SelectorScan m_selectors;
     std::unordered_map<std::string, qint64> m_stylings; // weights of selectors by key
     qint64 m_styled = 0;
+    qint64 m_escapes = 0; // each times the size of the style that it stands in
     bool m_hasDashes = false;
     qint64 m_lineOfLargeNumber = 0;
     bool m_hasCanvas = false;

@@ -140,6 +140,39 @@ void addStylings(std::string_view list, qint64 weight, SelectorScan *scan)
     }
 }
 
+int hexDigitOf(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    const char small = char(c | 0x20);
+    return small >= 'a' && small <= 'f' ? small - 'a' + 10 : -1;
+}
+
+/// Whether the backslash here stands for a character beyond ASCII, which is part of a name.
+bool isEscapedLetter(std::string_view text, std::size_t at)
+{
+    int code = 0;
+    for (int digits = 0; digits < 6 && ++at < text.size() && hexDigitOf(text[at]) >= 0; ++digits)
+        code = code * 16 + hexDigitOf(text[at]);
+    return code >= 0x80 && code <= 0xFFFF;
+}
+
+bool hasOtherEscapes(std::string_view text)
+{
+    for (std::size_t at = text.find('\\'); at != std::string_view::npos;
+         at = text.find('\\', at + 1)) {
+        if (!isEscapedLetter(text, at))
+            return true;
+    }
+    return false;
+}
+
+/// What a text weighs besides, because each escape in it may move all that follows it.
+qint64 weightOfEscapes(std::string_view text)
+{
+    return std::count(text.begin(), text.end(), '\\') * qint64(text.size()) / 128;
+}
+
 bool isFontFace(std::string_view list)
 {
     constexpr std::string_view keyword = "@font-face";
@@ -202,8 +235,7 @@ SelectorScan scanSelectors(std::string_view styleSheet)
     for (; at < styleSheet.size(); ++at) {
         if (beginsHidden(styleSheet, at)) {
             const std::size_t after = afterHidden(styleSheet, at);
-            if (after == at
-                || styleSheet.substr(at, after - at).find('\\') != std::string_view::npos)
+            if (after == at || hasOtherEscapes(styleSheet.substr(at, after - at)))
                 break;
             if (isBlank(styleSheet.substr(start, at - start)) && styleSheet[at] == '/') {
                 start = after;
@@ -211,7 +243,8 @@ SelectorScan scanSelectors(std::string_view styleSheet)
             }
             at = after - 1;
         } else if (styleSheet[at] == '\\') {
-            break;
+            if (!isEscapedLetter(styleSheet, at))
+                break;
         } else if (isOneOf(styleSheet[at], "{};")) {
             const std::string_view before = styleSheet.substr(start, at - start);
             const qint64 weight = scale.upTo(at + 1);
@@ -233,7 +266,9 @@ SelectorScan scanSelectors(std::string_view styleSheet)
     addSelectors(rest, &scan);
     const qint64 end = scale.upTo(styleSheet.size());
     if (at < styleSheet.size()) // rules may begin and end anywhere
-        scan.stylings.push_back({{}, (scan.single - selectorsBefore) * (end - weightBefore)});
+        scan.stylings.push_back(
+                {{},
+                 (scan.single - selectorsBefore) * (end - weightBefore + weightOfEscapes(rest))});
     for (const OpenRule &rule : open)
         addStylings(rule.selectors, end - rule.weightBefore, &scan);
     scan.single = std::max<qint64>(scan.single, 1); // one without any is looked through, too

@@ -258,6 +258,9 @@ std::vector<RefusedTitle> refusedTitles()
         svgTitle(QStringLiteral("<style>%1*{}</style>").arg(repeated("*,", 120'000))
                  + repeated("<g/>", 100)),
         QStringLiteral("weight of rules"));
+    add("many escapes in styles",
+        svgTitle(QStringLiteral("<g style=\"a:%1\"/>").arg(repeated("\\41", 340'000))),
+        QStringLiteral("number of escapes"));
     add("nested brackets in a style sheet",
         svgTitle(QStringLiteral("<style>%1</style>").arg(repeated("a(", 200000))),
         QStringLiteral("style sheet size"));

@@ -211,6 +211,9 @@ void addStylings()
     const QByteArray stops =
             "<linearGradient>" + QByteArray("<stop/>").repeated(1000) + "</linearGradient>";
     const QByteArray rule = "<style>" + ruleOf(1600, "animation") + "</style>";
+    const QByteArray escaped =
+            "<g style=\"" + QByteArray(990'000, 'x') + QByteArray(10'000, '\\') + "\"/>";
+    addLimit(escapes, svg(escaped), svg(escaped + "<g style=\"\\\"/>"));
     addWay("rules for gradient stops", styling, svg(rule + stops.repeated(100)),
            svg(rule + stops.repeated(100) + "<linearGradient><stop/></linearGradient>"));
 }

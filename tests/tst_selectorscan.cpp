@@ -113,6 +113,7 @@ void SelectorScanTest::weighs_data()
     add("@font-face{a:b} @media x{.b{}}", ".b 52");
     add("a{b:'};{'}", "a 138");
     add("/* a */.b{}", ".b 52");
+    add("a{b:'\\201C';c:\\e9}.\\e9{}", "a 162, * 70");
     // Not told apart from all elements.
     add("a[b]{} a[b='c .d']{} e:not(.d){} .d/* */{} \xC5\xBFvg{}",
         "* 70, * 174, * 124, * 154, * 87");
