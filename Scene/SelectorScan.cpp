@@ -4,6 +4,7 @@
 #include "SelectorScan_p.h"
 
 #include <algorithm>
+#include <utility>
 
 // Selectors stand before a "{". Where braces, comments and texts in quotes may be other than they
 // look, all of the style sheet counts as selectors.
@@ -121,6 +122,16 @@ std::string keyOf(std::string_view selector)
     return std::string(part.substr(0, part.find_first_of(".#*", 1)));
 }
 
+/// Where there are more than fit into a style sheet that is let in, they are put together.
+void addStyling(std::string key, qint64 weight, SelectorScan *scan)
+{
+    constexpr std::size_t most = 300'000;
+    if (scan->stylings.size() < most)
+        scan->stylings.push_back({std::move(key), weight});
+    else
+        scan->stylings.back() = {{}, scan->stylings.back().weight + weight};
+}
+
 /// The last of the selectors that a list parts with commas decides what it matches. A rule that
 /// begins with "@" matches no element.
 void addStylings(std::string_view list, qint64 weight, SelectorScan *scan)
@@ -135,7 +146,7 @@ void addStylings(std::string_view list, qint64 weight, SelectorScan *scan)
             selector.remove_suffix(1);
         const auto last = std::find_if(selector.rbegin(), selector.rend(), isSeparator);
         selector.remove_prefix(std::size_t(selector.rend() - last));
-        scan->stylings.push_back({keyOf(selector), weight});
+        addStyling(keyOf(selector), weight, scan);
         at = comma + 1;
     }
 }
@@ -170,7 +181,8 @@ bool hasOtherEscapes(std::string_view text)
 /// What a text weighs besides, because each escape in it may move all that follows it.
 qint64 weightOfEscapes(std::string_view text)
 {
-    return std::count(text.begin(), text.end(), '\\') * qint64(text.size()) / 128;
+    constexpr qint64 most = 1'000'000'000; // enough for any limit
+    return std::min(most, std::count(text.begin(), text.end(), '\\') * qint64(text.size()) / 128);
 }
 
 bool isFontFace(std::string_view list)
@@ -266,9 +278,9 @@ SelectorScan scanSelectors(std::string_view styleSheet)
     addSelectors(rest, &scan);
     const qint64 end = scale.upTo(styleSheet.size());
     if (at < styleSheet.size()) // rules may begin and end anywhere
-        scan.stylings.push_back(
-                {{},
-                 (scan.single - selectorsBefore) * (end - weightBefore + weightOfEscapes(rest))});
+        addStyling({},
+                   (scan.single - selectorsBefore) * (end - weightBefore + weightOfEscapes(rest)),
+                   &scan);
     for (const OpenRule &rule : open)
         addStylings(rule.selectors, end - rule.weightBefore, &scan);
     scan.single = std::max<qint64>(scan.single, 1); // one without any is looked through, too

@@ -258,6 +258,9 @@ std::vector<RefusedTitle> refusedTitles()
         svgTitle(QStringLiteral("<style>%1*{}</style>").arg(repeated("*,", 120'000))
                  + repeated("<g/>", 100)),
         QStringLiteral("weight of rules"));
+    add("millions of selectors",
+        svgTitle(QStringLiteral("<style>%1*{}</style>").arg(repeated("*,", 8'000'000))),
+        QStringLiteral("style sheet size"));
     add("many escapes in styles",
         svgTitle(QStringLiteral("<g style=\"a:%1\"/>").arg(repeated("\\41", 340'000))),
         QStringLiteral("number of escapes"));
