@@ -94,6 +94,13 @@ constexpr AdmissionLimit keyValues{"number of key values", 20'000};
 constexpr AdmissionLimit styleSheetSize{"style sheet size", 256LL * 1024};
 constexpr AdmissionLimit styleComparisons{"number of elements times selectors", 20'000'000};
 
+// The declarations of a rule are written out and read anew for every element that it matches, and
+// its selectors are copied for each of them that does.
+constexpr AdmissionLimit styling{"weight of rules times elements", 160'000'000};
+
+// Each escape in a style moves all that follows it.
+constexpr AdmissionLimit escapes{"number of escapes times size of styles", 10'000'000'000};
+
 // Pictures stand in the text as base64. A picture of a few kilobytes can unpack to gigabytes:
 // Qt 5 knows no limit of its own. So can each packed text in a PNG file, to 8 MB, even before the
 // size is known; and each scan of a JPEG file, of a few bytes, goes through all of the picture.

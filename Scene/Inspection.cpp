@@ -157,6 +157,8 @@ void Inspection::startElement(std::string_view name, const std::vector<XmlAttrib
         m_characters = 0;
     m_textAreas += kind == ElementKind::TextArea ? 1 : 0;
     m_styles += kind == ElementKind::StyleSheet ? 1 : 0;
+    if (!m_stylings.empty())
+        addStyledName(name);
     m_open.push_back({element, kind, 0, {}});
     m_deepest = std::max(m_deepest, m_open.size());
     m_attributes += qint64(attributes.size());
@@ -217,13 +219,42 @@ void Inspection::inspectStyleSheet(std::string_view text)
     m_selectors.single += scan.single;
     m_selectors.ancestor += scan.ancestor;
     m_selectors.sibling += scan.sibling;
+    for (const SelectorScan::Styling &styling : scan.stylings)
+        m_stylings[styling.key] += styling.weight;
     inspectStyle(text);
+}
+
+/// The renderer gives an element what stands in the style sheets before it.
+void Inspection::addStyled(const std::string &key)
+{
+    const auto found = m_stylings.find(key);
+    if (found != m_stylings.end())
+        m_styled = std::min(m_styled + found->second, AdmissionLimits::styling.most + 1);
+}
+
+void Inspection::addStyledName(std::string_view name)
+{
+    const std::string key = keyOfName(name.substr(name.find(':') + 1)); // npos + 1 is 0
+    addStyled({});
+    if (!key.empty())
+        addStyled(key == "stop" ? "animation" : key); // which the renderer takes a stop for
+}
+
+void Inspection::addStyledClasses(std::string_view classes)
+{
+    while (!m_stylings.empty() && !classes.empty()) {
+        const std::size_t end = std::min(classes.find(' '), classes.size());
+        addStyled('.' + std::string(classes.substr(0, end)));
+        classes.remove_prefix(std::min(end + 1, classes.size()));
+    }
 }
 
 void Inspection::inspectStyle(std::string_view text)
 {
     if (contains(text, "dash") || contains(text, "\\"))
         m_hasDashes = true;
+    m_escapes += countOf(text, '\\') * qint64(text.size());
+    hold(m_escapes, AdmissionLimits::escapes);
     const StyleScan scan = scanStyle(text);
     hold(scan.dashes, AdmissionLimits::dashes);
     if (scan.isTooLarge)
@@ -253,6 +284,11 @@ void Inspection::inspectValue(AttributeRole role, std::string_view value, const 
     switch (role) {
     case AttributeRole::Id:
         m_references.addId(value, owner.element);
+        if (!m_stylings.empty())
+            addStyled('#' + std::string(value));
+        break;
+    case AttributeRole::Class:
+        addStyledClasses(value);
         break;
     case AttributeRole::Reference:
         addReference(owner, value);
@@ -407,6 +443,7 @@ qint64 Inspection::styleComparisons() const
 void Inspection::finish()
 {
     hold(styleComparisons(), AdmissionLimits::styleComparisons);
+    hold(m_styled, AdmissionLimits::styling);
     if (const auto limit = m_references.excessOfTotal())
         exceed(*limit);
     if (m_hasDashes && m_lineOfLargeNumber > 0) {

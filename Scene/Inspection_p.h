@@ -14,6 +14,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 /// Holds the elements, attributes and characters of a title, in the order in which they are read,
@@ -70,6 +71,9 @@ private:
 
     void addCharacters(qint64 count);
     void inspectStyleSheet(std::string_view text);
+    void addStyledName(std::string_view name);
+    void addStyledClasses(std::string_view classes);
+    void addStyled(const std::string &key);
     void inspectStyle(std::string_view text);
     void inspectAttributes(const std::vector<XmlAttribute> &attributes, const Open &owner);
     void inspectValue(AttributeRole role, std::string_view value, const Open &owner,
@@ -101,6 +105,9 @@ private:
     qint64 m_styleSheet = 0;
     int m_styles = 0; // open ones
     SelectorScan m_selectors;
+    std::unordered_map<std::string, qint64> m_stylings; // weights of selectors by key
+    qint64 m_styled = 0;
+    qint64 m_escapes = 0; // each times the size of the style that it stands in
     bool m_hasDashes = false;
     qint64 m_lineOfLargeNumber = 0;
     bool m_hasCanvas = false;

@@ -12,7 +12,7 @@ namespace {
 using NamedRole = std::pair<std::string_view, AttributeRole>;
 
 /// In the order of their lengths.
-constexpr std::array<NamedRole, 44> roles{{
+constexpr std::array<NamedRole, 45> roles{{
         {"d", AttributeRole::Path},
         {"r", AttributeRole::Length},
         {"x", AttributeRole::Extent},
@@ -35,6 +35,7 @@ constexpr std::array<NamedRole, 44> roles{{
         {"from", AttributeRole::Value},
         {"href", AttributeRole::UseReference},
         {"path", AttributeRole::Path},
+        {"class", AttributeRole::Class},
         {"style", AttributeRole::Style},
         {"width", AttributeRole::Extent},
         {"ascent", AttributeRole::Length},

@@ -10,6 +10,7 @@ enum class AttributeRole {
     None,
     AnimatedName,
     Id,
+    Class,
     Reference,
     UseReference, ///< one that the renderer follows from "use" elements only
     Style,

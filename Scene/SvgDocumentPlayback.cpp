@@ -67,6 +67,7 @@ bool mayExceedLimits(const AdjustableAttribute &attribute, const QString &value)
     case AttributeRole::None:
         return false;
     case AttributeRole::Id:
+    case AttributeRole::Class:
     case AttributeRole::Reference:
     case AttributeRole::UseReference:
     case AttributeRole::Style:

@@ -242,6 +242,28 @@ std::vector<RefusedTitle> refusedTitles()
         svgTitle(QStringLiteral("<style>%1</style>").arg(repeated(".c{fill:red}", 5000))
                  + repeated("<g/>", 5000)),
         QStringLiteral("times selectors"));
+    add("many declarations for many elements",
+        svgTitle(QStringLiteral("<style>*{%1}</style>").arg(repeated("fill:red;", 25'000))
+                 + repeated("<g/>", 1000)),
+        QStringLiteral("weight of rules"));
+    add("a rule of many values for many elements",
+        svgTitle(QStringLiteral("<style>.c{a:%1}</style>").arg(repeated("1 ", 125'000))
+                 + repeated("<g class=\"c\"/>", 1000)),
+        QStringLiteral("weight of rules"));
+    add("a long value for many elements",
+        svgTitle(QStringLiteral("<style>rect{opacity:'%1'}</style>").arg(repeated("1", 250'000))
+                 + repeated("<rect/>", 10'000)),
+        QStringLiteral("weight of rules"));
+    add("a rule of many selectors",
+        svgTitle(QStringLiteral("<style>%1*{}</style>").arg(repeated("*,", 120'000))
+                 + repeated("<g/>", 100)),
+        QStringLiteral("weight of rules"));
+    add("millions of selectors",
+        svgTitle(QStringLiteral("<style>%1*{}</style>").arg(repeated("*,", 8'000'000))),
+        QStringLiteral("style sheet size"));
+    add("many escapes in styles",
+        svgTitle(QStringLiteral("<g style=\"a:%1\"/>").arg(repeated("\\41", 340'000))),
+        QStringLiteral("number of escapes"));
     add("nested brackets in a style sheet",
         svgTitle(QStringLiteral("<style>%1</style>").arg(repeated("a(", 200000))),
         QStringLiteral("style sheet size"));
@@ -301,6 +323,13 @@ std::vector<RefusedTitle> titlesTurningHostile()
                 .arg(animation(QStringLiteral("\"style\" from=\"a\" to=\"stroke-dasharray:%1\"")
                                        .arg(repeated("0.001,", 100'000)))),
         "number of dashes");
+    add("classes that an animation writes",
+        QStringLiteral("<style>.c{%1}</style>%2")
+                .arg(repeated("a:b;", 25'000),
+                     QStringLiteral("<g>%1</g>")
+                             .arg(animation(QStringLiteral("\"class\" values=\"c;c\"")))
+                             .repeated(200)),
+        "weight of rules");
     const QString picture = QStringLiteral("data:image/png;base64,")
             + QString::fromLatin1(blankPicture(4096, 2048).toBase64());
     add("pictures that animations show",

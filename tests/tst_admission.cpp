@@ -176,6 +176,48 @@ QByteArray sheet(const QByteArray &content, int elements)
     return svg("<style>" + content + "</style>" + QByteArray("<g/>").repeated(elements - 2));
 }
 
+/// A rule of a weight for each of its selectors.
+QByteArray ruleOf(int weight, const QByteArray &selectors)
+{
+    const QByteArray empty = selectors + "{a:}";
+    const auto pieces = std::count_if(empty.begin(), empty.end(),
+                                      [](char c) { return !QChar::isLetterOrNumber(uint(c)); });
+    const int rest = weight - empty.size() - 16 * int(pieces);
+    return selectors + "{a:" + QByteArray(rest, 'x') + "}";
+}
+
+/// A rule for the most elements that it may style, and for one more.
+void addStyling(const char *name, const QByteArray &selectors, const QByteArray &element,
+                int stylingsOfElement = 1)
+{
+    const int weight = 1600;
+    const int most = int(styling.most / weight / stylingsOfElement);
+    const QByteArray styleSheet = "<style>" + ruleOf(weight, selectors) + "</style>";
+    addWay(name, styling, svg(styleSheet + element.repeated(most)),
+           svg(styleSheet + element.repeated(most + 1)));
+}
+
+void addStylings()
+{
+    addStyling(styling.name, ".c", "<g class=\"c\"/>");
+    addStyling("rules for one of many classes", "rect .c.d", "<g class=\"a c b\"/>");
+    addStyling("rules for identifiers", "#c", "<g id=\"c\"/>");
+    addStyling("rules for other identifiers", "#c", "<g xml:id=\"c\"/>");
+    addStyling("rules for names", "RECT", "<rect/>");
+    addStyling("rules for names with a prefix", "rect", "<svg:rect/>");
+    addStyling("rules for all elements", "*", "<g/>");
+    addStyling("rules for attributes", ".a[id]", "<g/>");
+    addStyling("rules that match in many ways", "*,.c,g,.d", "<g class=\"c\"/>", 3);
+    const QByteArray stops =
+            "<linearGradient>" + QByteArray("<stop/>").repeated(1000) + "</linearGradient>";
+    const QByteArray rule = "<style>" + ruleOf(1600, "animation") + "</style>";
+    const QByteArray escaped =
+            "<g style=\"" + QByteArray(990'000, 'x') + QByteArray(10'000, '\\') + "\"/>";
+    addLimit(escapes, svg(escaped), svg(escaped + "<g style=\"\\\"/>"));
+    addWay("rules for gradient stops", styling, svg(rule + stops.repeated(100)),
+           svg(rule + stops.repeated(100) + "<linearGradient><stop/></linearGradient>"));
+}
+
 QByteArray used(const QByteArray &content, int times)
 {
     return svg("<defs><g id=\"a\">" + content + "</g></defs>"
@@ -193,7 +235,7 @@ void addStyleSheets()
         addWay(name, styleComparisons, sheet(content, elements), sheet(content, elements + 1));
     };
     add("lists of selectors", QByteArray("a,a{}").repeated(1000), 10'000);
-    add("selectors of several parts", QByteArray("a[b].c:d{}").repeated(500), 10'000);
+    add("selectors of several parts", QByteArray("a.b.c:d{}").repeated(500), 10'000);
     add("selectors of ancestors", QByteArray("a a{}").repeated(500), 10'000);
     add("selectors of elements before", "a+a{}", 4471);
     add("selectors after what a brace may be", QByteArray("a/*{}*/ a{}").repeated(500), 10'000);
@@ -327,6 +369,7 @@ void AdmissionTest::keepsLimits_data()
     addLimit(drawnCharacters, [](qint64 n) { return svg(textsOf(n)); });
     addLimit(drawnCoordinates, [](qint64 n) { return svg(pathsOf(n)); });
     addStyleSheets();
+    addStylings();
     addDrawing();
     const auto styledDashes = [](const char *name, qint64 count) {
         return svg(QByteArray("<g style=\"fill:red;") + name + ":"

@@ -16,6 +16,8 @@ private Q_SLOTS:
     void counts();
     void leavesFontsOut_data();
     void leavesFontsOut();
+    void weighs_data();
+    void weighs();
 };
 
 void SelectorScanTest::counts_data()
@@ -90,6 +92,48 @@ void SelectorScanTest::leavesFontsOut()
     const SelectorScan scan =
             scanSelectors(std::string_view(styleSheet.constData(), std::size_t(styleSheet.size())));
     QTEST(int(scan.embedded), "embedded");
+}
+
+void SelectorScanTest::weighs_data()
+{
+    QTest::addColumn<QByteArray>("styleSheet");
+    QTest::addColumn<QByteArray>("stylings");
+    const auto add = [](const char *styleSheet, const char *stylings) {
+        QTest::newRow(styleSheet) << QByteArray(styleSheet) << QByteArray(stylings);
+    };
+    add("", "");
+    add("a", "");
+    add("a{}", "a 35");
+    add("A{fill:red}", "a 59");
+    add(" \n a { \t } ", "a 90");
+    add(".b{}#c{}.b{}", ".b 52, #c 52, .b 52");
+    add("*{} *.b{} d#c.b{} d:e{}", "* 51, .b 86, #c 88, d 70");
+    add("a .b,\na>#c , d+*{}", ".b 226, #c 226, * 226");
+    add("a{b:c;{d:e}f:g}", "a 143");
+    add("@font-face{a:b} @media x{.b{}}", ".b 52");
+    add("a{b:'};{'}", "a 138");
+    add("/* a */.b{}", ".b 52");
+    add("a{b:'\\201C';c:\\e9}.\\e9{}", "a 162, * 70");
+    // Not told apart from all elements.
+    add("a[b]{} a[b='c .d']{} e:not(.d){} .d/* */{} \xC5\xBFvg{}",
+        "* 70, * 174, * 124, * 154, * 87");
+    add("a/* .d*/{} */* .d */{}", "* 138, * 188");
+    // What may be other than it looks.
+    add("a{b:c", "a 37");
+    add("a{}.b{c:d;e:'", "a 35, * 70, .b 106");
+    add("a{} .b{c:\\7d d{e:f}", "a 35, * 432, .b 160");
+}
+
+void SelectorScanTest::weighs()
+{
+    QFETCH(QByteArray, styleSheet);
+    const SelectorScan scan =
+            scanSelectors(std::string_view(styleSheet.constData(), std::size_t(styleSheet.size())));
+    QByteArrayList stylings;
+    for (const SelectorScan::Styling &styling : scan.stylings)
+        stylings.append((styling.key.empty() ? "*" : QByteArray::fromStdString(styling.key)) + ' '
+                        + QByteArray::number(styling.weight));
+    QTEST(stylings.join(", "), "stylings");
 }
 
 QTEST_APPLESS_MAIN(SelectorScanTest)
