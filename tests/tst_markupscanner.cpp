@@ -10,6 +10,8 @@
 #include <QRegularExpression>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+
 // Markup that is found by its bytes is compared with what a reader of XML finds, piece by piece:
 // all of it in a well-formed text, and all that comes before the error in any other.
 
@@ -23,6 +25,12 @@ QString decoded(std::string_view text)
             .mid(1)
             .replace(QLatin1String("\r\n"), QLatin1String("\n"))
             .replace(QLatin1Char('\r'), QLatin1Char('\n'));
+}
+
+/// A piece without its begin and end, which one that the text breaks off does not have as a whole.
+QString between(const QString &piece, int begin, int end)
+{
+    return piece.mid(begin, std::max(0, piece.size() - begin - end));
 }
 
 /// What a scanner finds, in the words of a reader.
@@ -54,17 +62,17 @@ QStringList scannedPieces(std::string_view text,
             break;
         }
         case MarkupScanner::Kind::EndTag:
-            pieces += QLatin1Char('/') + piece.mid(2).chopped(1).trimmed();
+            pieces += QLatin1Char('/') + between(piece, 2, 1).trimmed();
             break;
         case MarkupScanner::Kind::Comment:
-            pieces += QStringLiteral("comment ") + piece.mid(4).chopped(3);
+            pieces += QStringLiteral("comment ") + between(piece, 4, 3);
             break;
         case MarkupScanner::Kind::CharacterData:
-            pieces += QStringLiteral("data ") + piece.mid(9).chopped(3);
+            pieces += QStringLiteral("data ") + between(piece, 9, 3);
             break;
         case MarkupScanner::Kind::Instruction:
             if (!piece.startsWith(QLatin1String("<?xml ")))
-                pieces += QStringLiteral("instruction ") + piece.mid(2).chopped(2).simplified();
+                pieces += QStringLiteral("instruction ") + between(piece, 2, 2).simplified();
             break;
         case MarkupScanner::Kind::Declaration:
             if (place == MarkupScanner::Place::Document) {
