@@ -145,7 +145,7 @@ void TestInspectDrawings::findsNoProblem_data()
         "</text>");
     row("empty tspan elsewhere", "<text>a <tspan x='9' y='9'/></text>");
     row("anchor of the text again",
-        "<g style='text-anchor:end'><text><tspan style='text-anchor:end'>a</tspan></text></g>");
+        "<g style='text-anchor:end'><text><tspan style='text-anchor:end'>a</tspan> b</text></g>");
     row("kept spaces around one run",
         "<text xml:space='preserve'>a  b<animate attributeName='x' from='1' to='9' dur='1s'/>"
         "<animate attributeName='y' from='1' to='9' dur='1s'/></text>");

@@ -277,11 +277,31 @@ QString change(const TextLine &from, const TextLine &to)
             .arg(from.letters.left(longest), to.letters.left(longest));
 }
 
+// Whether only spaces are added at the end, where the anchor counts them.
+bool isLongerAtEnd(const TextLine &wanted, const TextLine &drawn)
+{
+    return drawn.letters.size() > wanted.letters.size()
+            && drawn.withoutSpacesAtEnd() == wanted.withoutSpacesAtEnd();
+}
+
+QString remedyOfEnd()
+{
+    return QStringLiteral("Write the last letters straight into the text element, after each "
+                          "tspan and animation in it.");
+}
+
 // Where the spaces of a still title are others than in a browser.
 void warnOfSpaces(ProblemList &problems, const Place &place, const TextLine &wanted,
                   const TextLine &drawn)
 {
-    if (hasWideSpaces(wanted.letters))
+    const bool isShorterAtEnd = wanted.letters.endsWith(QLatin1Char(' '))
+            && wanted.withoutSpacesAtEnd() == drawn.letters;
+    if (isLongerAtEnd(wanted, drawn))
+        problems.warn("text-spacing", place,
+                      QStringLiteral("white space at the end counts for text-anchor: ")
+                              + change(wanted, drawn),
+                      remedyOfEnd());
+    else if (hasWideSpaces(wanted.letters) || isShorterAtEnd)
         problems.warn("text-spacing", place,
                       QStringLiteral("several spaces count as one, also those that do not break, "
                                      "and wide ones as plain ones: ")
@@ -314,6 +334,8 @@ void findSpacesThatDiffer(const Understood &title, ProblemList &problems)
                 ? QStringLiteral("Write each line straight into a text element of its own, without "
                                  "a tspan, with xml:space=\"default\" and the tspan's x, y and "
                                  "style.")
+                : isLongerAtEnd(wanted, saved)
+                ? remedyOfEnd()
                 : QStringLiteral("Put a single run into each text, or let spaces separate the "
                                  "runs.");
         const TextLine &shown = title.isDrawnAsSaved() ? saved : drawn;

@@ -9,7 +9,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <map>
 #include <vector>
 
 // Transforms that move: "animateTransform" elements, which the renderer plays, and "animate"
@@ -159,48 +158,86 @@ bool isAlwaysInEffect(const Animation &animation)
     return animation.begin <= 0 && (animation.freezes || !animation.activeEnd());
 }
 
-// What turns by the first angle without an animation, or by one that has ended.
-QString remedyOfFirstAngle(const Transform &rotation, bool isAlone)
+bool turnsAboutOneCentre(const Transform &rotation)
 {
     const TransformValue &first = rotation.values.front();
-    if (!(rotation.values.back() - first)
-                 .isNear(TransformValue(numberText((rotation.values.back() - first).number(0)))))
-        return QStringLiteral("Turn about a centre that stays, and move the element with an "
-                              "animateTransform of type translate of a g around it.");
-    const QStringList attributes = turningFromZero(rotation);
+    return std::all_of(
+            rotation.values.begin(), rotation.values.end(), [&](const TransformValue &value) {
+                const TransformValue difference = value - first;
+                return difference.isNear(TransformValue(numberText(difference.number(0))));
+            });
+}
+
+bool isAlone(const Transform &transform, const std::vector<Transform> &all)
+{
+    return std::count_if(all.begin(), all.end(),
+                         [&](const Transform &other) {
+                             return other.animation.target == transform.animation.target;
+                         })
+            == 1;
+}
+
+// Whether the first angle can stand in a "transform", and needs no animation.
+bool canStandStill(const Transform &rotation, const std::vector<Transform> &all)
+{
+    return isAlone(rotation, all) && isAlwaysInEffect(rotation.animation);
+}
+
+QString remedyOfMovingCentre()
+{
+    return QStringLiteral("Turn about a centre that stays, and move the element with an "
+                          "animateTransform of type translate of a g around it.");
+}
+
+// Where the first angle stands without an animation.
+QString placeOfFirstAngle(const Transform &rotation)
+{
+    const TransformValue &first = rotation.values.front();
     const QString start = rotationText(first.number(0), first);
-    if (isAlone && isAlwaysInEffect(rotation.animation)) {
-        const QString written = attributes.join(QStringLiteral(" and "));
-        return rotation.isAdded()
-                ? QStringLiteral("Write %1, and rotate(%2) at the end of the element's own "
-                                 "transform.")
-                          .arg(written, start)
-                : QStringLiteral("Write %1, and put the element into a g with "
-                                 "transform=\"rotate(%2)\".")
-                          .arg(written, start);
-    }
-    const QString additive = rotation.isAdded() ? QStringLiteral("additive=\"sum\", ") : QString();
-    const QString turn =
-            QStringLiteral("Write %1 and additive=\"sum\", and in front of it an animateTransform "
-                           "with type=\"rotate\", from=\"%2\", to=\"%3\", %4dur=\"2ms\" and "
-                           "fill=\"freeze\" that ends where this one begins.")
-                    .arg(attributes.join(QStringLiteral(", ")), rotationText(0.0, first), start,
-                         additive);
-    const bool ends = rotation.animation.activeEnd() && !rotation.animation.freezes;
-    return ends ? turn
-                    + QStringLiteral(" Where this one ends, let one with fill=\"freeze\" begin "
-                                     "that holds the element's own place, such as "
-                                     "type=\"translate\" and values=\"0 0\".")
-                : turn;
+    return rotation.isAdded()
+            ? QStringLiteral("rotate(%1) at the end of the element's own transform").arg(start)
+            : QStringLiteral("put the element into a g with transform=\"rotate(%1)\"").arg(start);
+}
+
+// The animation that turns by the first angle and has ended when the others begin.
+QString turnToFirstAngle(const Transform &rotation)
+{
+    const TransformValue &first = rotation.values.front();
+    return QStringLiteral("an animateTransform with type=\"rotate\", from=\"%1\", to=\"%2\", "
+                          "%3dur=\"2ms\" and fill=\"freeze\" that ends where")
+            .arg(rotationText(0.0, first), rotationText(first.number(0), first),
+                 rotation.isAdded() ? QStringLiteral("additive=\"sum\", ") : QString());
+}
+
+// What ends a rotation that is made up of frozen ones.
+QString remedyOfEnd(const Transform &rotation, const QString &last)
+{
+    return rotation.animation.activeEnd() && !rotation.animation.freezes
+            ? QStringLiteral(" Where %1 ends, let one with fill=\"freeze\" begin that holds the "
+                             "element's own place, such as type=\"translate\" and "
+                             "values=\"0 0\".")
+                      .arg(last)
+            : QString();
+}
+
+// What turns by the first angle without an animation, or by one that has ended.
+QString remedyOfFirstAngle(const Transform &rotation, const std::vector<Transform> &all)
+{
+    if (!turnsAboutOneCentre(rotation))
+        return remedyOfMovingCentre();
+    const QStringList attributes = turningFromZero(rotation);
+    if (canStandStill(rotation, all))
+        return QStringLiteral("Write %1, and %2.")
+                .arg(attributes.join(QStringLiteral(" and ")), placeOfFirstAngle(rotation));
+    return QStringLiteral("Write %1 and additive=\"sum\", and in front of it %2 this one begins.")
+                   .arg(attributes.join(QStringLiteral(", ")), turnToFirstAngle(rotation))
+            + remedyOfEnd(rotation, QStringLiteral("this one"));
 }
 
 // The renderer turns by the difference to the first angle alone.
 void findFirstAngles(const Understood &title, ProblemList &problems)
 {
     const std::vector<Transform> all = transforms(title);
-    std::map<int, int> countsOfTargets;
-    for (const Transform &transform : all)
-        ++countsOfTargets[transform.animation.target];
     for (const Transform &rotation : all) {
         if (!rotation.isRotation() || rotation.values.empty() || rotation.values.size() > 2
             || rotation.endsInSpace || rotation.values.front().number(0) == 0.0)
@@ -212,7 +249,7 @@ void findFirstAngles(const Understood &title, ProblemList &problems)
                 QStringLiteral("a rotation begins at 0 degrees here: this one turns from 0 to "
                                "%1, and not from %2 to %3")
                         .arg(numberText(last - first), numberText(first), numberText(last)),
-                remedyOfFirstAngle(rotation, countsOfTargets[rotation.animation.target] == 1));
+                remedyOfFirstAngle(rotation, all));
     }
 }
 
@@ -226,32 +263,62 @@ bool isEven(const std::vector<TransformValue> &values)
     return true;
 }
 
-QString remedyOfValues(const Transform &transform)
+QString eachPair(const Transform &transform)
+{
+    return QStringLiteral(
+                   "rite one animateTransform for each pair of values%1, one after the other")
+            .arg(transform.animation.isRepeated() ? QStringLiteral(" in each cycle") : QString());
+}
+
+// Frozen rotations that add up, from the first angle on.
+QString remedyOfAngles(const Transform &rotation, const std::vector<Transform> &all)
+{
+    if (!turnsAboutOneCentre(rotation))
+        return remedyOfMovingCentre();
+    const TransformValue &first = rotation.values.front();
+    const double back = first.number(0) - rotation.values.back().number(0);
+    const bool isTurned = first.number(0) != 0.0;
+    const bool standsStill = isTurned && canStandStill(rotation, all);
+    const bool isFirstAdded = rotation.isAdded() || (isTurned && !standsStill);
+    QString remedy = QLatin1Char('W') + eachPair(rotation)
+            + QStringLiteral(", that turns from 0 to the difference, with fill=\"freeze\" and "
+                             "additive=\"sum\"");
+    if (!isFirstAdded)
+        remedy += QStringLiteral(", the first one without additive");
+    if (rotation.animation.isRepeated() && back != 0.0)
+        remedy += QStringLiteral(", before each further cycle one like them with from=\"%1\", "
+                                 "to=\"%2\" and dur=\"2ms\"")
+                          .arg(rotationText(0.0, first), rotationText(back, first));
+    if (standsStill)
+        remedy += QStringLiteral(", and ") + placeOfFirstAngle(rotation);
+    else if (isTurned)
+        remedy += QStringLiteral(", and in front of them %1 the first one begins")
+                          .arg(turnToFirstAngle(rotation));
+    return remedy + QLatin1Char('.') + remedyOfEnd(rotation, QStringLiteral("the last one"));
+}
+
+QString remedyOfValues(const Transform &transform, const std::vector<Transform> &all)
 {
     if (isEven(transform.values))
         return QStringLiteral("Write the first and the last value only, which comes to the same.");
-    QString pairs = QStringLiteral("rite one animateTransform for each pair of values%1, one after "
-                                   "the other")
-                            .arg(transform.animation.isRepeated() ? QStringLiteral(" in each cycle")
-                                                                  : QString());
     if (transform.isRotation())
-        pairs += QStringLiteral(", that turns from 0 to the difference, with additive=\"sum\" and "
-                                "fill=\"freeze\"");
-    if (transform.type == QLatin1String("translate"))
-        return QStringLiteral("Animate x and y of a use element that shows it, or w") + pairs
-                + QLatin1Char('.');
-    return QLatin1Char('W') + pairs + QLatin1Char('.');
+        return remedyOfAngles(transform, all);
+    const QString pairs = eachPair(transform) + QLatin1Char('.');
+    return transform.type == QLatin1String("translate")
+            ? QStringLiteral("Animate x and y of a use element that shows it, or w") + pairs
+            : QLatin1Char('W') + pairs;
 }
 
 void findTransformValues(const Understood &title, ProblemList &problems)
 {
-    for (const Transform &transform : transforms(title)) {
+    const std::vector<Transform> all = transforms(title);
+    for (const Transform &transform : all) {
         if (transform.values.size() > 2)
             problems.warn("transform-values", transform.place,
                           QStringLiteral("an animateTransform plays two values at most right, and "
                                          "not %1")
                                   .arg(transform.values.size()),
-                          remedyOfValues(transform));
+                          remedyOfValues(transform, all));
         else if (transform.endsInSpace)
             problems.warn("transform-values", transform.place,
                           QStringLiteral("white space after the last ; counts as one more value"),

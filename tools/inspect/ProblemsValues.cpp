@@ -31,6 +31,12 @@ struct KeyValues
 
     // A ";" after the last value of a list.
     bool endsEmpty() const { return isList && texts.size() > 1 && texts.constLast().isEmpty(); }
+
+    // A ";" before the first value of a list.
+    bool beginsEmpty() const
+    {
+        return isList && texts.size() > 1 && texts.constFirst().isEmpty() && !endsEmpty();
+    }
 };
 
 std::vector<KeyValues> keyValues(const Understood &title)
@@ -105,6 +111,17 @@ void findMissingValues(const Understood &title, ProblemList &problems)
     }
 }
 
+void findEmptyFirstValues(const Understood &title, ProblemList &problems)
+{
+    for (const KeyValues &values : keyValues(title)) {
+        if (isDocuments(values) && values.beginsEmpty())
+            problems.warn("unreadable-value", values.place,
+                          QStringLiteral("before the first ; one more value stands, which is "
+                                         "empty and says what kind all of them are"),
+                          QStringLiteral("Write no ; before the first value."));
+    }
+}
+
 void findEmptyLastValues(const Understood &title, ProblemList &problems)
 {
     for (const KeyValues &values : keyValues(title)) {
@@ -124,7 +141,8 @@ bool hasExponent(const QString &text)
 void findNumbersThatDiffer(const Understood &title, ProblemList &problems)
 {
     for (const KeyValues &values : keyValues(title)) {
-        if (!isOf(title, values, Animation::Kind::NumberList) || values.endsEmpty())
+        if (!isOf(title, values, Animation::Kind::NumberList) || values.endsEmpty()
+            || values.beginsEmpty())
             continue;
         if (values.animation.played->valueCount() == 0)
             problems.warn("numbers-differ", values.place,
@@ -186,7 +204,7 @@ void findSeparatorsThatDiffer(const Understood &title, ProblemList &problems)
 void findUnreadableValues(const Understood &title, ProblemList &problems)
 {
     for (const KeyValues &values : keyValues(title)) {
-        if (!isDocuments(values) || values.endsEmpty()
+        if (!isDocuments(values) || values.endsEmpty() || values.beginsEmpty()
             || nameTakenForNumbers(title, values.animation))
             continue;
         for (int i = values.isList || values.hasFrom ? 0 : 1; i < values.texts.size(); ++i) {
@@ -230,8 +248,9 @@ void findLostAlpha(const Understood &title, ProblemList &problems)
 
 const std::vector<Check> &valueChecks()
 {
-    static const std::vector<Check> checks{findMissingValues,     findEmptyLastValues,
-                                           findNumbersThatDiffer, findSeparatorsThatDiffer,
-                                           findUnreadableValues,  findLostAlpha};
+    static const std::vector<Check> checks{
+            findMissingValues,     findEmptyFirstValues,     findEmptyLastValues,
+            findNumbersThatDiffer, findSeparatorsThatDiffer, findUnreadableValues,
+            findLostAlpha};
     return checks;
 }

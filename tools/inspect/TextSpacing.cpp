@@ -37,12 +37,23 @@ void TextLine::append(QString more, int owner)
     owners.insert(owners.end(), std::size_t(more.size()), owner);
 }
 
+void TextLine::cutLast()
+{
+    letters.chop(1);
+    owners.pop_back();
+}
+
 void TextLine::cutSpacesAtEnd()
 {
-    while (letters.endsWith(QLatin1Char(' '))) {
-        letters.chop(1);
-        owners.pop_back();
-    }
+    while (letters.endsWith(QLatin1Char(' ')))
+        cutLast();
+}
+
+QString TextLine::withoutSpacesAtEnd() const
+{
+    TextLine line = *this;
+    line.cutSpacesAtEnd();
+    return line.letters;
 }
 
 TextSpacing::TextSpacing(const Understood &title) : m_title(title)
@@ -59,6 +70,9 @@ TextSpacing::TextSpacing(const Understood &title) : m_title(title)
         const QString whiteSpace = values.own(number, QStringLiteral("white-space"));
         if (!whiteSpace.isEmpty() && whiteSpace != QLatin1String("inherit"))
             isKeptInBrowser = preserves(whiteSpace);
+        const QString anchor = values.inherited(number, QStringLiteral("text-anchor"));
+        m_isAnchoredByEnd.push_back(anchor == QLatin1String("middle")
+                                    || anchor == QLatin1String("end"));
         m_isPreserved.push_back(isKept);
         m_isPreservedInBrowser.push_back(isKeptInBrowser);
     }
@@ -95,6 +109,12 @@ bool TextSpacing::isDrawnInBrowser(const SourceText::Piece &piece, const SourceT
     return true;
 }
 
+void TextSpacing::cutWhatCountsNot(TextLine &line, const SourceText &text) const
+{
+    if (!m_isAnchoredByEnd[std::size_t(text.element)])
+        line.cutSpacesAtEnd();
+}
+
 // Runs of the text itself get one space for those at their ends, and tspan elements none.
 TextLine TextSpacing::byRenderer(const SourceText &text) const
 {
@@ -127,7 +147,7 @@ TextLine TextSpacing::byRenderer(const SourceText &text) const
         }
         line.append(letters, run.element);
     }
-    line.cutSpacesAtEnd();
+    cutWhatCountsNot(line, text);
     return line;
 }
 
@@ -147,6 +167,8 @@ TextLine TextSpacing::inBrowser(const SourceText &text) const
             followsSpace = joins;
         }
     }
-    line.cutSpacesAtEnd();
+    if (followsSpace && !line.letters.isEmpty())
+        line.cutLast();
+    cutWhatCountsNot(line, text);
     return line;
 }

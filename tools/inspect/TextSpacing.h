@@ -14,14 +14,17 @@ class Understood;
 // The letters of a text one after the other, with the spaces that are seen between them.
 struct TextLine
 {
-    QString letters;         // a plain space for each white space that XML knows, none at the end
+    QString letters;         // a plain space for each white space that XML knows
     std::vector<int> owners; // the element of each
 
     void append(QString more, int owner);
+    void cutLast();
     void cutSpacesAtEnd();
+    QString withoutSpacesAtEnd() const;
 };
 
-// The spaces of a title's texts, as they are drawn here and elsewhere.
+// The spaces of a title's texts, as they are drawn here and elsewhere. Those at the end count only
+// where the text is anchored by more than its begin.
 class TextSpacing
 {
 public:
@@ -41,7 +44,10 @@ public:
     bool isPreserved(int element) const { return m_isPreserved[std::size_t(element)]; }
 
 private:
+    void cutWhatCountsNot(TextLine &line, const SourceText &text) const;
+
     const Understood &m_title;
     std::vector<bool> m_isPreserved;
+    std::vector<bool> m_isAnchoredByEnd;
     std::vector<bool> m_isPreservedInBrowser; // where "white-space" has a say, too
 };
