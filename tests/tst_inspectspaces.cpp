@@ -22,18 +22,35 @@ public:
         for (int i = 0; i < children; ++i)
             m_markup += randomChild();
         // No text runs are as wide as the picture, and each has a letter.
-        m_markup =
-                QStringLiteral("<text x=\"40\" y=\"30\" font-size=\"16\" font-family=\"DejaVu Sans "
-                               "Mono\"%1>%2</text>")
-                        .arg(space, m_markup + letters(QStringLiteral("e")));
-        while (m_shown.endsWith(QLatin1Char(' ')))
-            m_shown.chop(1);
+        m_markup += letters(QStringLiteral("e"));
+        if (m_random.bounded(2) == 0)
+            m_markup += randomChild();
+        m_anchor = randomAnchor();
+        m_markup = textWith(space, m_markup);
+        if (m_takesSpaces)
+            m_shown.chop(1); // at the end of a line
     }
 
     QString markup() const { return m_markup; }
-    QString shown() const { return m_shown; }
+
+    /// The same in letters that are all kept.
+    QString shown() const { return textWith(QStringLiteral(" xml:space=\"preserve\""), m_shown); }
 
 private:
+    QString textWith(const QString &space, const QString &content) const
+    {
+        return QStringLiteral("<text x=\"200\" y=\"30\" font-size=\"16\" font-family=\"DejaVu "
+                              "Sans Mono\" text-anchor=\"%1\"%2>%3</text>")
+                .arg(m_anchor, space, content);
+    }
+
+    QString randomAnchor()
+    {
+        static const QStringList anchors{QStringLiteral("start"), QStringLiteral("middle"),
+                                         QStringLiteral("end")};
+        return anchors.at(m_random.bounded(anchors.size()));
+    }
+
     QString spaceAttribute(int chances)
     {
         const int choice = m_random.bounded(chances);
@@ -96,6 +113,7 @@ private:
     }
 
     QRandomGenerator &m_random;
+    QString m_anchor;
     QString m_markup;
     QString m_shown;
     bool m_isKept = false;
@@ -159,11 +177,7 @@ void TestInspectSpaces::tellsOfSpaces()
         const RandomText text(random);
         const bool isAnimated = i % 2 == 0;
         const QString title = titleAround(text.markup(), isAnimated);
-        const QString plain = titleAround(
-                QStringLiteral("<text x=\"40\" y=\"30\" font-size=\"16\" font-family=\"DejaVu Sans "
-                               "Mono\" xml:space=\"preserve\">%1</text>")
-                        .arg(text.shown()),
-                false);
+        const QString plain = titleAround(text.shown(), false);
         SvgDocument document(title);
         const bool isRight = looksLike(document, plain);
         document.saveToBuffer();

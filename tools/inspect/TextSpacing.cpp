@@ -43,6 +43,14 @@ void TextLine::cutLast()
     owners.pop_back();
 }
 
+void TextLine::cutSpacesAtBegin()
+{
+    while (letters.startsWith(QLatin1Char(' '))) {
+        letters.remove(0, 1);
+        owners.erase(owners.begin());
+    }
+}
+
 void TextLine::cutSpacesAtEnd()
 {
     while (letters.endsWith(QLatin1Char(' ')))
@@ -70,9 +78,7 @@ TextSpacing::TextSpacing(const Understood &title) : m_title(title)
         const QString whiteSpace = values.own(number, QStringLiteral("white-space"));
         if (!whiteSpace.isEmpty() && whiteSpace != QLatin1String("inherit"))
             isKeptInBrowser = preserves(whiteSpace);
-        const QString anchor = values.inherited(number, QStringLiteral("text-anchor"));
-        m_isAnchoredByEnd.push_back(anchor == QLatin1String("middle")
-                                    || anchor == QLatin1String("end"));
+        m_anchors.push_back(values.inherited(number, QStringLiteral("text-anchor")));
         m_isPreserved.push_back(isKept);
         m_isPreservedInBrowser.push_back(isKeptInBrowser);
     }
@@ -111,7 +117,10 @@ bool TextSpacing::isDrawnInBrowser(const SourceText::Piece &piece, const SourceT
 
 void TextSpacing::cutWhatCountsNot(TextLine &line, const SourceText &text) const
 {
-    if (!m_isAnchoredByEnd[std::size_t(text.element)])
+    const QString &anchor = m_anchors[std::size_t(text.element)];
+    if (anchor == QLatin1String("end"))
+        line.cutSpacesAtBegin();
+    else if (anchor != QLatin1String("middle"))
         line.cutSpacesAtEnd();
 }
 

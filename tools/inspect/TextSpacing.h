@@ -19,12 +19,13 @@ struct TextLine
 
     void append(QString more, int owner);
     void cutLast();
+    void cutSpacesAtBegin();
     void cutSpacesAtEnd();
     QString withoutSpacesAtEnd() const;
 };
 
-// The spaces of a title's texts, as they are drawn here and elsewhere. Those at the end count only
-// where the text is anchored by more than its begin.
+// The spaces of a title's texts, as they are drawn here and elsewhere. Those at the begin count
+// for nothing in a text that is anchored by its end, and the other way round.
 class TextSpacing
 {
 public:
@@ -48,6 +49,6 @@ private:
 
     const Understood &m_title;
     std::vector<bool> m_isPreserved;
-    std::vector<bool> m_isAnchoredByEnd;
+    std::vector<QString> m_anchors;
     std::vector<bool> m_isPreservedInBrowser; // where "white-space" has a say, too
 };
