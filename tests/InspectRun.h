@@ -109,3 +109,38 @@ inline bool isInManualPage(QString code)
     return readText(QStringLiteral(TITLESCENE_INSPECT_MANUAL))
             .contains(QStringLiteral("\n.TP\n.B ") + code + QLatin1Char('\n'));
 }
+
+/// Verifies that one problem with this code is told of a title, at its "^", with a part of the
+/// reason and with a remedy: a note in a data row whose name says so, a warning in any other.
+inline void verifyOneProblem(const QString &title, const QString &code, const QString &reason)
+{
+    const MarkedText marked(title);
+    const bool isNote = QByteArray(QTest::currentDataTag()).startsWith("note: ");
+
+    const InspectResult result = inspectTitle(marked.text, {QStringLiteral("--json")});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, isNote ? 0 : 1);
+
+    QStringList all;
+    QJsonObject found;
+    for (const QJsonValue &value : result.problems()) {
+        const QJsonObject problem = value.toObject();
+        all += problemText(problem);
+        if (problem.value(QLatin1String("code")).toString() == code)
+            found = problem;
+        else
+            // The document type stands beside what is wrong with its entities.
+            QCOMPARE(problem.value(QLatin1String("code")).toString(),
+                     QStringLiteral("document-type"));
+    }
+    QVERIFY2(!found.isEmpty(), qPrintable(all.join(QLatin1Char('\n'))));
+    QCOMPARE(all.filter(QLatin1Char('[') + code + QLatin1Char(']')).size(), 1);
+    QCOMPARE(found.value(QLatin1String("severity")).toString(),
+             isNote ? QStringLiteral("note") : QStringLiteral("warning"));
+    QCOMPARE(found.value(QLatin1String("line")).toInt(), marked.line);
+    QCOMPARE(found.value(QLatin1String("column")).toInt(), marked.column);
+    QVERIFY2(found.value(QLatin1String("reason")).toString().contains(reason),
+             qPrintable(all.join(QLatin1Char('\n'))));
+    QVERIFY(!found.value(QLatin1String("remedy")).toString().isEmpty());
+    QVERIFY2(isInManualPage(code), "the manual page lists the code");
+}

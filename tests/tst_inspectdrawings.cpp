@@ -108,24 +108,7 @@ void TestInspectDrawings::findsProblems()
     QFETCH(const QString, content);
     QFETCH(const QString, code);
     QFETCH(const QString, reason);
-    const MarkedText marked(svgTitle(content));
-    const bool isNote = QByteArray(QTest::currentDataTag()).startsWith("note: ");
-
-    const InspectResult result = inspectTitle(marked.text, {QStringLiteral("--json")});
-    QCOMPARE(result.errors, QString());
-    QCOMPARE(result.problems().size(), 1);
-    const QJsonObject problem = result.problems().first().toObject();
-    const QString text = problemText(problem);
-    QVERIFY2(text.startsWith(
-                     QStringLiteral("%1:%2: %3: ")
-                             .arg(marked.line)
-                             .arg(marked.column)
-                             .arg(isNote ? QLatin1String("note") : QLatin1String("warning"))),
-             qPrintable(text));
-    QVERIFY2(text.endsWith(QStringLiteral(" [%1]").arg(code)), qPrintable(text));
-    QVERIFY2(text.contains(reason), qPrintable(text));
-    QVERIFY(!problem.value(QLatin1String("remedy")).toString().isEmpty());
-    QVERIFY2(isInManualPage(code), "the manual page lists the code");
+    verifyOneProblem(svgTitle(content), code, reason);
 }
 
 // What looks like a problem, and plays as in a browser.

@@ -517,35 +517,7 @@ void TestInspectProblems::findsProblems()
     QFETCH(const QString, title);
     QFETCH(const QString, code);
     QFETCH(const QString, reason);
-    const MarkedText marked(title);
-    const bool isNote = QByteArray(QTest::currentDataTag()).startsWith("note: ");
-
-    const InspectResult result = inspectTitle(marked.text, {QStringLiteral("--json")});
-    QCOMPARE(result.errors, QString());
-    QCOMPARE(result.exitCode, isNote ? 0 : 1);
-
-    QStringList all;
-    QJsonObject found;
-    for (const QJsonValue &value : result.problems()) {
-        const QJsonObject problem = value.toObject();
-        all += problemText(problem);
-        if (problem.value(QLatin1String("code")).toString() == code)
-            found = problem;
-        else
-            // The document type stands beside what is wrong with its entities.
-            QCOMPARE(problem.value(QLatin1String("code")).toString(),
-                     QStringLiteral("document-type"));
-    }
-    QVERIFY2(!found.isEmpty(), qPrintable(all.join(QLatin1Char('\n'))));
-    QCOMPARE(all.filter(QLatin1Char('[') + code + QLatin1Char(']')).size(), 1);
-    QCOMPARE(found.value(QLatin1String("severity")).toString(),
-             isNote ? QStringLiteral("note") : QStringLiteral("warning"));
-    QCOMPARE(found.value(QLatin1String("line")).toInt(), marked.line);
-    QCOMPARE(found.value(QLatin1String("column")).toInt(), marked.column);
-    QVERIFY2(found.value(QLatin1String("reason")).toString().contains(reason),
-             qPrintable(all.join(QLatin1Char('\n'))));
-    QVERIFY(!found.value(QLatin1String("remedy")).toString().isEmpty());
-    QVERIFY2(isInManualPage(code), "the manual page lists the code");
+    verifyOneProblem(title, code, reason);
 }
 
 // What looks like a problem, and plays as in a browser.
