@@ -153,7 +153,7 @@ void addSizes(Titles &titles)
         titles.addContent(QByteArray("deepest nesting of ") + name, nested(name, 254));
     titles.addContent("deepest nesting in a text",
                       text("<text y=\"20\">") + nested("tspan", 253) + text("</text>"));
-    titles.addContent("many shapes", redRect().repeated(20'000));
+    titles.addContent("many shapes", redRect().repeated(8'000));
     titles.addContent("many animations",
                       text("<rect width=\"5\" height=\"5\"><animate attributeName=\"x\" from=\"0\" "
                            "to=\"9\" dur=\"1s\"/></rect>")
